@@ -1,0 +1,23 @@
+# What only those who work on this project build: tests and benchmarks.
+option(APPRUNTIME_TESTS "Build the tests" ON)
+option(APPRUNTIME_BENCHMARKS "Build the benchmarks where Google Benchmark is installed" ON)
+
+if(APPRUNTIME_TESTS)
+    include(CTest)
+    # The rules of the other system are tested here too, on a library and a launcher of their own.
+    if(NOT APPRUNTIME_LETTER STREQUAL "W")
+        appruntime_add_library(runtime_w W)
+        appruntime_add_launcher(launcher_w runtime_w)
+        set_target_properties(
+            launcher_w PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/launcher"
+        )
+    endif()
+    add_subdirectory(tests)
+endif()
+
+if(APPRUNTIME_BENCHMARKS)
+    find_package(benchmark QUIET)
+    if(benchmark_FOUND)
+        add_subdirectory(benchmarks)
+    endif()
+endif()

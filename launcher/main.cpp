@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+
+#include <QtGlobal>
+
+#ifdef LAUNCHER_WIDGETS
+#include <QApplication>
+using Application = QApplication;
+#else
+#include <QCoreApplication>
+using Application = QCoreApplication;
+#endif
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+void dropMessage(QtMsgType, const QMessageLogContext &, const QString &) { }
+
+/// Makes the exit code and the standard error independent of what the launcher was started with.
+void keepQuiet()
+{
+    // The toolkit comments on a locale that is not UTF-8; nobody reads it, and the standard error stays
+    // empty.
+    qInstallMessageHandler(dropMessage);
+#ifdef Q_OS_UNIX
+    // A trace that nobody reads must not end the run. A child gets the default back when it is started.
+    std::signal(SIGPIPE, SIG_IGN);
+    // A standard stream that is closed would be given out again as a pipe to a child, and the trace written
+    // into it. Each open() takes the lowest free number, which is the one found closed.
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(descriptor, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) != descriptor)
+            return;
+    }
+#endif
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    keepQuiet();
+
+    // The toolkit sees the program's name alone: options like -platform are for the target, and stay whole.
+    int toolkitArgc = 1;
+    char noName[] = "";
+    char *toolkitArgv[] = {argc > 0 ? argv[0] : noName, nullptr};
+    const Application application(toolkitArgc, toolkitArgv);
+
+    // Lives until the process ends.
+    static auto *const runtime = new AppRuntime(u"ZBASE"_s, argc, argv);
+    const QStringList &words = *runtime->arguments;
+
+    const QString program = runtime->elementAt(words, 0);
+    QString argumentText;
+    // Every argument is followed by a blank, the last one too: the target gets an empty last argument.
+    for (int i = 1; i < runtime->count(words); ++i)
+        argumentText += runtime->elementAt(words, i) + u' ';
+
+    const bool windowsRules = runtime->isSameChar(runtime->platformChar, u'W');
+    runtime->writeTrace(
+        "===( ZBASE"_L1 + runtime->charToText(runtime->platformChar)
+        + runtime->charToText(runtime->programKindChar) + (windowsRules ? ".EXE"_L1 : ""_L1) + " )==="_L1
+    );
+    runtime->writeTrace(program + u' ' + argumentText);
+
+    if (runtime->runProgram(program, argumentText, QString(), /*wait=*/true) != 0)
+        runtime->writeTrace(runtime->lastError);
+    return 0;
+}

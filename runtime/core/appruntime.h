@@ -1,0 +1,453 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <runtime/core/appruntime_export.h>
+#include <runtime/fields/scancursor.h>
+#include <runtime/files/versioninfo.h>
+
+#include <QChar>
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+
+#include <concepts>
+#include <initializer_list>
+#include <memory>
+
+class QDateTime;
+
+// Contents, in the order of the class. Each topic names the file its members are defined in.
+//
+//   Core
+//    1. Construction, lists and characters      (core/appruntime.cpp)
+//    2. Trace and console                       (core/trace.cpp)
+//    3. Platform and environment                (core/platform.cpp, core/environment_*.cpp)
+//    4. Running programs                        (core/process.cpp)
+//    5. File system                             (core/filesystem.cpp, core/drives_*.cpp)
+//   Strings
+//    6. Value-in-list checks                    (strings/valuechecks.cpp)
+//   Fields                                      (the data members, in one table at the end)
+
+/// The runtime of a program: its settings and platform facts, its last error, and every operation that the
+/// programs of the family share.
+///
+/// A program creates exactly one, right after its application object, and keeps it until it ends:
+///
+/// \code
+/// int main(int argc, char **argv)
+/// {
+///     int toolkitArgc = argc;                                 // a copy: the toolkit takes its options out
+///     std::vector<char *> toolkitArgv(argv, argv + argc + 1); // of what it is given
+///     QCoreApplication application(toolkitArgc, toolkitArgv.data());
+///     AppRuntime runtime(u"ORDERS"_s, argc, argv);
+///
+///     if (!runtime.makeDirectory(u"work"_s))
+///         runtime.writeTrace(runtime.lastError); // make dir error(work)
+/// }
+/// \endcode
+///
+/// The object owns everything its pointers hold. It belongs to the thread that created it; nothing is locked.
+///
+/// **Results and errors.** Nothing is thrown and nothing is printed. A member that can fail returns a `bool`
+/// (false: failed) or an `int` (0: success, 5: refused or failed), and on failure replaces `lastError` with a
+/// message. Success never clears it, so look at the result first. Value checks leave their words in
+/// `checkMessage` instead, so that a failed check does not hide the last error.
+///
+/// **Texts.** Lengths and positions count UTF-16 code units from 0.
+class APPRUNTIME_EXPORT AppRuntime
+{
+public:
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Construction, lists and characters
+    /// core/appruntime.cpp. The list and character members read their arguments only.
+    /// @{
+
+    /// Sets every field to its default, records the command line and finds out the platform.
+    ///
+    /// `programPath` becomes `argv[0]` (empty when there is none) and `arguments` the rest, both decoded from
+    /// the local 8-bit encoding. Asks the system for the host name by running the `hostname` command, which
+    /// takes a child process and at most 30 seconds. `argv` is read only now.
+    ///
+    /// Leaves in `checkMessage` the comparison of the last character of `programPath` that is no separator:
+    /// for `/opt/zbase` that is `"z" not in('/')`.
+    AppRuntime(const QString &name, int argc, char **argv);
+
+    /// The same for a program without a command line to record: `programPath` and `arguments` stay empty, and
+    /// `scanCursor`, `scanSource` and `scanDelimiter` hold no object.
+    explicit AppRuntime(const QString &name);
+
+    ~AppRuntime();
+
+    Q_DISABLE_COPY_MOVE(AppRuntime)
+
+    /// The number of elements of `list`.
+    [[nodiscard]] int count(const QStringList &list) const;
+
+    /// A copy of the element at `index`; the empty text when `index` is negative or not below the count.
+    [[nodiscard]] QString elementAt(const QStringList &list, int index) const;
+
+    /// Whether the two are the same code unit.
+    [[nodiscard]] bool isSameChar(QChar a, QChar b) const;
+
+    /// The text made of this one character.
+    [[nodiscard]] QString charToText(QChar character) const;
+
+    /// The constant text `error`.
+    [[nodiscard]] QString errorWord() const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Trace and console
+    /// core/trace.cpp. The trace is the standard output: a line per call, written at once. No field is
+    /// touched, and nothing is reported when the output is closed, full or no longer read.
+    /// @{
+
+    /// Writes one line: the text in the local 8-bit encoding, then, only where that differs from UTF-8, its
+    /// UTF-8 form in round brackets, then a line feed.
+    void writeTrace(const QString &text) const;
+
+    /// Writes `AA/text` for level 1, `/text` for every other level below 3, and nothing from level 3 on.
+    void writeTraceTagged(int level, const QString &text) const;
+
+    /// The next line of the standard input without its line end (LF or CR LF), decoded from UTF-8; the empty
+    /// text at the end of the input.
+    ///
+    /// Takes no byte past the line, from a terminal, a file or a pipe alike: the next call, or a program
+    /// started in between, goes on with the next line. A line may have any length.
+    [[nodiscard]] QString readConsoleLine() const;
+
+    /// The moment as `2024-01-02 03:04:05.006`, or, when `withSeparators` is 0, as the 17 digits of a
+    /// sortable stamp: `20240102030405006`. Gregorian calendar; the empty text for an invalid moment.
+    [[nodiscard]] QString formatTimestamp(const QDateTime &moment, int withSeparators) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Platform and environment
+    /// core/platform.cpp and core/environment_win.cpp or core/environment_unix.cpp. Names and values of the
+    /// environment are Unicode on Windows and UTF-8 elsewhere.
+    /// @{
+
+    /// Fills in the fields that depend on the platform and on `programPath`. The constructors call this as
+    /// their last step; no program does.
+    void setupPlatform(const QString &name);
+
+    /// Asks the system for the name of this machine: the first line that the `hostname` command prints,
+    /// without what trails it at or below U+0020, up to its first dot. The field `hostName` holds the answer
+    /// given at construction.
+    ///
+    /// Empty when there is no such command, when it prints nothing, and when it hangs: it is held to 30
+    /// seconds.
+    [[nodiscard]] QString queryHostName() const;
+
+    /// The value of an environment variable; the empty text when it is not set.
+    [[nodiscard]] QString environmentValue(const QString &variable) const;
+
+    /// The name of the user: the environment variable `USERNAME` where `platformChar` is 'W', else `USER`.
+    [[nodiscard]] QString userName() const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Running programs
+    /// core/process.cpp. Read first what surprises people:
+    /// - One text holds all arguments and is split at every single blank, empty parts kept: `a  b` is three
+    ///   arguments, `a ` is two, and the empty text is one empty argument. No quoting is recognised, so an
+    ///   argument never holds a blank.
+    /// - A program that is waited for lives for at most 30 seconds; then it is killed. What it prints is
+    ///   dropped, and its standard input is a pipe that nobody writes to.
+    /// @{
+
+    /// Starts a program with the arguments in `argumentText`; `extraText` is not used.
+    ///
+    /// Line breaks in both texts become blanks first. With `wait` the call returns 0 when the program has
+    /// ended or its 30 seconds are over, and also when it could not be started, crashed, or exited with a
+    /// code: none of that is reported. No application events are processed meanwhile, and processes that the
+    /// program left behind are not waited for. Without `wait` the program runs on by itself, with this one's
+    /// console.
+    ///
+    /// On failure returns 5 and sets lastError to `bad QChar (..\ or ../)` when isSafePathText() refuses one
+    /// of the texts, or to `Process PROGRAM ARGUMENTS error` when a program not waited for cannot be started.
+    int runProgram(const QString &program, const QString &argumentText, const QString &extraText, bool wait);
+
+    /// Runs a command of the Windows shell, `cmd /c command`, and waits for it as runProgram() does. Where
+    /// `platformChar` is not 'W' it does nothing and returns 0.
+    ///
+    /// On failure returns 5 and sets lastError to `bad QChar (..\ or ../)`.
+    int runShellCommand(const QString &command, const QString &extraText);
+    int runShellCommand(const QString &command);
+
+    /// Whether the text is free of `..\` and `../`, wherever they might stand: `a..\b` is refused, `..` is
+    /// not.
+    ///
+    /// On failure returns false and sets lastError to `bad QChar (..\ or ../)`.
+    bool isSafePathText(const QString &text);
+
+    /// The text with every carriage return and every line feed replaced; CR LF gives two replacements.
+    [[nodiscard]] QString replaceLineBreaks(const QString &text, QChar replacement) const;
+
+    /// Waits, and processes the application's events meanwhile; needs an application object. 0 and less
+    /// return as soon as the pending events are done.
+    void waitMilliseconds(int milliseconds) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name File system
+    /// core/filesystem.cpp and core/drives_win.cpp or core/drives_unix.cpp. A relative name starts at the
+    /// current directory, but for renameFile().
+    /// @{
+
+    /// Makes one directory; what it stands in must exist. True also when the path exists already, be it a
+    /// file.
+    ///
+    /// On failure returns false and sets lastError to `make dir error(PATH)`.
+    bool makeDirectory(const QString &path);
+
+    /// Renames a file or directory; an existing `newName` is never overwritten. Relative names start at the
+    /// root of the current drive (at the directory that `pathSeparator` names), not at the current directory.
+    ///
+    /// On failure returns false and sets lastError to `rename file error(OLDNAME)`.
+    bool renameFile(const QString &oldName, const QString &newName);
+
+    /// Removes a file. True also when there is none; a directory is not removed.
+    ///
+    /// On failure returns false and sets lastError to `delete file error(PATH)`.
+    bool deleteFile(const QString &path);
+
+    /// The letters of the machine's drives in the system's order, `CD` for C: and D:; empty on a Unix-like
+    /// system.
+    [[nodiscard]] QString logicalDrives() const;
+
+    /// Carriage return and line feed, on every platform.
+    [[nodiscard]] QString lineEnd() const;
+
+    /// The current directory of the process, with `/` between its parts; empty when it has been removed.
+    [[nodiscard]] QString currentPath() const;
+
+    /// The current date and time, local.
+    [[nodiscard]] QDateTime currentDateTime() const;
+
+    /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
+    /// alone.
+    int setCurrentPath(const QString &path);
+
+    /// @}
+    // MERGE: files
+
+    // MERGE: fields
+
+    // MERGE: strings before value checks
+
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Value-in-list checks
+    /// strings/valuechecks.cpp. Is a value one of a short list, of 1 to 9 alternatives? Texts are equal when
+    /// their code units are: case counts, blanks count, and a null text equals an empty one.
+    /// @{
+
+    /// Whether the value equals one of the alternatives, compared in their order up to the first that fits.
+    /// With the empty text as only alternative it asks whether the value is empty.
+    ///
+    /// On failure returns false and sets checkMessage: `checkIn(u"abc"_s, u"X"_s, u"Y"_s)` leaves
+    /// `"abc" not in('X','Y')`. Success leaves checkMessage alone and allocates nothing.
+    template<typename... Alternatives>
+        requires(
+            sizeof...(Alternatives) >= 1 && sizeof...(Alternatives) <= 9
+            && (std::convertible_to<const Alternatives &, QString> && ...)
+        )
+    bool checkIn(const QString &value, const Alternatives &...alternatives)
+    {
+        // What is no QString yet lives as one until the end of this statement.
+        return isOneOf(value, {QStringView(static_cast<const QString &>(alternatives))...});
+    }
+
+    /// Whether the character equals one of the alternatives. No field is touched.
+    template<typename... Alternatives>
+        requires(
+            sizeof...(Alternatives) >= 1 && sizeof...(Alternatives) <= 9
+            && (std::convertible_to<Alternatives, QChar> && ...)
+        )
+    [[nodiscard]] bool charIn(QChar value, Alternatives... alternatives) const
+    {
+        return ((value == static_cast<QChar>(alternatives)) || ...);
+    }
+
+    /// Whether the number equals one of the alternatives. No field is touched.
+    template<typename... Alternatives>
+        requires(
+            sizeof...(Alternatives) >= 1 && sizeof...(Alternatives) <= 9
+            && (std::convertible_to<Alternatives, qint32> && ...)
+        )
+    [[nodiscard]] bool intIn(qint32 value, Alternatives... alternatives) const
+    {
+        return ((value == static_cast<qint32>(alternatives)) || ...);
+    }
+
+    /// @}
+
+    // MERGE: strings after value checks
+
+private:
+    bool isOneOf(QStringView value, std::initializer_list<QStringView> alternatives);
+
+public:
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Fields
+    /// Settings and state, free for the program to read and to set, in an order and with types that stay as
+    /// they are. The members read a field at every call, so a new value counts from then on. Fields called
+    /// spare, and those without a comment, are kept for programs of the family; no member here reads them.
+    /// @{
+
+    qint32 sizeSetting{12};
+    QString spareText1{};
+
+    // Identity and platform
+    QChar platformChar{u' '};    ///< 'W' is Windows, every other letter Unix-like; from setupPlatform().
+    QChar programKindChar{u'C'}; ///< Second letter of the program's file name: console.
+    QString programName{};       ///< The constructor's name.
+    QString pathSeparator{};     ///< `\` on 'W', else `/`; from setupPlatform().
+    QString deleteCommand{};     ///< Shell word: `DEL` on 'W', else `RM`; from setupPlatform().
+    QString checkMessage{};      ///< Words of the last failed value check; written by checkIn().
+    bool convertOk{false};       ///< Whether the last validating conversion of a number succeeded.
+    qint32 spareInt1{0};
+    QString fontName1{QStringLiteral("MS Gothic")}; ///< Name of a font face.
+    QString fontName2{QStringLiteral("MS Gothic")}; ///< Name of a font face.
+    std::unique_ptr<VersionInfo> version{};         ///< Version record; created by setupPlatform().
+    /// The command line after the program itself.
+    std::unique_ptr<QStringList> arguments{std::make_unique<QStringList>()};
+
+    qint64 spareCount1{0};
+    bool spareFlag1{true};
+    qint32 spareInt2{0}, spareInt3{0};
+    QString spareText2{}, spareText3{}, spareText4{}, spareText5{};
+    QString versionLabel{}; ///< Build number and version, `37/8.0.4`; from setupPlatform().
+    QString serviceName{};  ///< Name of the family's server program, `Z37QUBLEC`; from setupPlatform().
+    qint32 spareInt4{65432}, spareInt5{80};
+    qint64 spareCount2{25};
+    qint32 spareInt6{1}, spareInt7{-1};
+    QChar spareChar1{u'N'}, spareChar2{u' '};
+    QString versionPrefix{}; ///< Family letter and build number, `Z37`; from setupPlatform().
+    QString inputTag{QStringLiteral("INP")};
+    QString spareText6{}, spareText7{}, spareText8{}, spareText9{}, spareText10{}, spareText11{};
+    QString zeroText{QStringLiteral("0")};
+    QStringList spareList1{};
+    bool spareFlag2{false};
+    qint32 spareInt8{-1};
+    qint64 spareCount3{0};
+    qint32 spareInt9{-1}, spareInt10{0};
+    qint64 spareCount4{0}, spareCount5{0}, spareCount6{0}, spareCount7{0}, spareCount8{0};
+    qint32 spareInt11{0};
+    qint32 timeoutShort{30}; ///< First number of `timeoutText`.
+    qint64 timeoutLong{600}; ///< Second number of `timeoutText`.
+    QString spareText12{}, spareText13{}, spareText14{}, spareText15{};
+    QString highText4{QStringLiteral("ZZZZ")};
+    QString highText2{QStringLiteral("ZZ")};
+    QString languageCode{QStringLiteral("JA")}; ///< Language of the program's texts.
+    QString spareText16{};
+    QString realMode1{QStringLiteral("REAL")};
+    QString realMode2{QStringLiteral("REAL")}; ///< Names a directory of the time program, with `subdirTag`.
+
+    // Machine, error and directories
+    QString hostName{};      ///< Name of this machine without its domain; from setupPlatform().
+    QString hostNameUpper{}; ///< `hostName` in upper case; from setupPlatform().
+    QString subdirTag{};     ///< Names a directory of the time program, with `realMode2`.
+    QString spareText18{}, spareText19{};
+    QString lastError{}; ///< Message of the last failed operation; success leaves it alone.
+    QString spareText20{}, spareText21{}, spareText22{}, spareText23{}, spareText24{};
+    QString spareText25{};
+    QString traceFileName{QStringLiteral("_TRACE.TXT")}; ///< Not used: the trace goes to the standard output.
+    QString outputTag{QStringLiteral("OT")};
+    QString spareText26{};
+    QString hostKey{};       ///< `hostNameUpper` with `_` for every `-`; from setupPlatform().
+    QString homeDirectory{}; ///< `%SystemDrive%` on 'W' (`C:`), else `/home`; from setupPlatform().
+    QString spareText27{};
+    QString programPath{};      ///< Path of the running program, from argv[0].
+    QString programDirectory{}; ///< `programPath` up to and with its last separator.
+    QString spareText28{};
+    QString timeoutText{QStringLiteral("30/600")}; ///< `timeoutShort` and `timeoutLong` as a text.
+    QString startDirectory{}; ///< Current directory at construction; from setupPlatform().
+    QString spareText29{}, spareText30{}, spareText31{};
+    QString notText1{QStringLiteral("NOT")};
+    QString ngLower{QStringLiteral("ng")}, ngUpper{QStringLiteral("NG")};
+    QString spareText32{}, spareText33{};
+    QString answerA{QStringLiteral("A")};
+    QString spareText34{}, spareText35{}, spareText36{}, spareText37{}, spareText38{}, spareText39{};
+    QString spareText40{}, spareText41{}, spareText42{}, spareText43{}, spareText44{}, spareText45{};
+
+    // Dates
+    QString dateOrder{QStringLiteral("Y")}; ///< Order of date parts on display: `Y` YMD, `M` MDY, else DMY.
+    QString dateSeparator{QStringLiteral("-")}; ///< Text between date parts on display.
+    QString highKey{QStringLiteral("ZZZZ000000")};
+    QString lowKey{QStringLiteral("zzzz800000")};
+    QString spareText46{}, spareText47{};
+    QString blankText{QStringLiteral(" ")};
+    QString spareText48{}, spareText49{};
+    qint32 spareInt12{32};
+
+    // Input modes of entry fields: code, label, code, label, separated by commas. A field that names no code
+    // has the empty one.
+    /// Decimals, by sign.
+    QString numericModesSigned{QStringLiteral("+,{Numeric}.[0-9],-,{Numeric}-.[0-9]")};
+    /// Display of numbers.
+    QString numericFormats{QStringLiteral(",Normal,C,No Comma,Z,Display 0,E,C+Z")};
+    /// Japanese input.
+    QString japaneseModes{QStringLiteral(
+        "/,All,*,All+IME,!,Full All,N,Name[0-9A-Z_(Japanese)],:,File Name(Japanese),J,Japanese Only"
+    )};
+    /// The codes of `japaneseModes`, in order.
+    QString japaneseModeKeys{QStringLiteral("/*!N:J")};
+    /// Text input.
+    QString asciiModes{QStringLiteral(
+        ",Default(ASCII)[^`~{}]],9,[0-9],A,[0-9A-Z],B,BarCode39,C,[0-9A-Z] or -,D,Date(8),H,ASCII ALL,"
+        "I,File Name,M,Name[0-9A-Z_],S,String(ASCII)[^`~{}]],T,DateTime(17),U,Upper(ASCII)[^ `~{}]],"
+        "V,(ASCII)[^ ],Z,[A-Z]"
+    )};
+    /// Floating-point input.
+    QString floatModes{QStringLiteral("F,Float")};
+    /// Whole numbers, by sign.
+    QString integerModes{QStringLiteral("+,{Numeric}[0-9],-,{Numeric}-[0-9]")};
+    /// Date and time input.
+    QString dateTimeModes{QStringLiteral("E,DateTime")};
+    /// Display of texts, kana included: `displayModes` and one mode more.
+    QString displayModesKana{
+        QStringLiteral(",Normal,I,[^IO],L,[a-z],R,[a-z](Reverse),*,Display *,#,Display *[a-z],X,[^{}],K,Kana"
+        )};
+    /// The code that `displayModesKana` adds.
+    QString kanaKey{QStringLiteral("K")};
+    /// Display of texts.
+    QString displayModes{
+        QStringLiteral(",Normal,I,[^IO],L,[a-z],R,[a-z](Reverse),*,Display *,#,Display *[a-z],X,[^{}]")};
+    QString notText2{QStringLiteral("NOT")};
+    QString spareText50{};
+    qint64 spareCount9{0};
+    qint32 spareInt13{0}, spareInt14{-1};
+
+    // Message catalogue: loaded by the program, both lists of one length.
+    /// Texts of the messages.
+    std::unique_ptr<QStringList> messageTexts{std::make_unique<QStringList>()};
+    /// Key of the text at the same index.
+    std::unique_ptr<QStringList> messageKeys{std::make_unique<QStringList>()};
+    std::unique_ptr<QStringList> lookupList3{std::make_unique<QStringList>()};
+    std::unique_ptr<QStringList> lookupList4{std::make_unique<QStringList>()};
+    std::unique_ptr<QStringList> lookupList5{std::make_unique<QStringList>()};
+    std::unique_ptr<QStringList> lookupList6{std::make_unique<QStringList>()};
+    std::unique_ptr<QStringList> lookupList7{std::make_unique<QStringList>()};
+    qint64 spareCount10{0};
+    qint64 spareCount11{-2};
+    qint32 spareInt15{0}, spareInt16{1};
+    qint64 spareCount12{2};
+    qint32 spareInt17{1}, spareInt18{5};
+    qint32 spareInt19{9};
+
+    // Shared state of the scanner; null in an object built from a name alone.
+    std::unique_ptr<ScanCursor> scanCursor{};    ///< Its `position` is where the shared scan stands.
+    std::unique_ptr<ScanCursor> scanSource{};    ///< Its `text` is the text under scan.
+    std::unique_ptr<ScanCursor> scanDelimiter{}; ///< Its `delimiter` ended the last token.
+
+    // Classes of characters; the members compare with these fields, never with their defaults.
+    qint32 charClassNone{0};          ///< Reserved: no character is of it by default.
+    qint32 charClassNarrow{1};        ///< U+0000 to U+007F: one column.
+    qint32 charClassWide{2};          ///< Every character not listed here: two columns.
+    qint32 charClassHalfKana{3};      ///< U+FF66 to U+FF9F, half-width katakana: one column.
+    qint32 charClassHighSurrogate{4}; ///< U+D800 to U+DBFF: two columns, for the pair.
+    qint32 charClassLowSurrogate{5};  ///< U+DC00 to U+DFFF: no column of its own.
+
+    /// @}
+};

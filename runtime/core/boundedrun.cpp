@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/boundedrun.h>
+
+#include <QDeadlineTimer>
+#include <QProcess>
+
+namespace
+{
+
+constexpr int lifetimeMilliseconds = 30'000;
+constexpr qsizetype longestLine = 1024 * 1024;
+
+} // namespace
+
+QByteArray firstOutputLineOf(const QString &program, const QStringList &arguments)
+{
+    QByteArray line;
+    if (program.isEmpty())
+        return line; // the process object would complain on standard error
+
+    QProcess process;
+    const QDeadlineTimer lifetime(lifetimeMilliseconds);
+    // Left in the process object, what a child prints grows by a gigabyte a second. A child that prints
+    // without end also keeps waitForFinished() from ever looking at its own time-out, so the bound is kept
+    // here too.
+    const auto endWhenOver = [&] {
+        if (lifetime.hasExpired())
+            process.kill();
+    };
+    QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&] {
+        if (line.size() < longestLine && !line.endsWith('\n'))
+            line += process.readLine(longestLine - line.size());
+        process.readAllStandardOutput();
+        endWhenOver();
+    });
+    QObject::connect(&process, &QProcess::readyReadStandardError, &process, [&] {
+        process.readAllStandardError();
+        endWhenOver();
+    });
+
+    process.start(program, arguments, QIODevice::ReadWrite);
+    if (!process.waitForFinished(lifetimeMilliseconds)) {
+        process.kill(); // here, because a process object destroyed while it runs complains on standard error
+        process.waitForFinished();
+    }
+    return line;
+}

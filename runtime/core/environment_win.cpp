@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+
+#include <cstdlib>
+
+QString AppRuntime::environmentValue(const QString &variable) const
+{
+    // Wide, so that every value arrives whole: the narrow environment holds what the code page can carry.
+    return QString::fromWCharArray(_wgetenv(qUtf16Printable(variable)));
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QChar>
+#include <QString>
+
+/// What a test program was linked with; the test itself is compiled once for both platform letters.
+namespace BuiltWith
+{
+
+/// The letter the library was compiled with.
+QChar platformChar();
+
+/// Whether that is 'W'.
+bool windowsRules();
+
+/// Path of the launcher built on the same library.
+QString launcher();
+
+/// Path of the helper program of that name.
+QString helper(const QString &name);
+
+} // namespace BuiltWith
