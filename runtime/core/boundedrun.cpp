@@ -8,7 +8,7 @@ namespace
 {
 
 constexpr int lifetimeMilliseconds = 30'000;
-constexpr qsizetype longestLine = 1024 * 1024;
+constexpr qsizetype longestLine = 1'048'576;
 
 } // namespace
 

@@ -11,7 +11,6 @@
 #ifndef _WIN32
 #include <poll.h>
 #include <unistd.h>
-extern char **environ;
 #endif
 
 namespace
