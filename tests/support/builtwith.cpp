@@ -20,3 +20,8 @@ QString BuiltWith::helper(const QString &name)
 {
     return QStringLiteral(BUILT_HELPERS "/helper_") + name;
 }
+
+QString BuiltWith::fakes()
+{
+    return QStringLiteral(BUILT_FAKES);
+}

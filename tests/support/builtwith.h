@@ -20,4 +20,7 @@ QString launcher();
 /// Path of the helper program of that name.
 QString helper(const QString &name);
 
+/// Folder with programs that stand in for commands of the system.
+QString fakes();
+
 } // namespace BuiltWith

@@ -1,0 +1,248 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+#include <runtime/core/traceline.h>
+#include <support/builtwith.h>
+
+#include <QTest>
+
+#include <QDateTime>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#ifdef Q_OS_UNIX
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+class TraceTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void traceLine_data();
+    void traceLine();
+    void writeTrace_data();
+    void writeTrace();
+    void writeTraceTagged_data();
+    void writeTraceTagged();
+    void writeTraceKeepsItsPlace();
+    void readConsoleLine_data();
+    void readConsoleLine();
+    void readConsoleLineOfAnyLength();
+    void readConsoleLineFromTerminal();
+    void formatTimestamp_data();
+    void formatTimestamp();
+};
+
+namespace
+{
+
+/// What the console helper prints when it is run with these words and this input.
+QByteArray consoleOutput(const QStringList &words, const QByteArray &input = QByteArray())
+{
+    QProcess process;
+    process.start(BuiltWith::helper(u"console"_s), words);
+    process.write(input);
+    process.closeWriteChannel();
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+        return "did not end as it should";
+    return process.readAllStandardOutput() + process.readAllStandardError();
+}
+
+} // namespace
+
+void TraceTest::traceLine_data()
+{
+    QTest::addColumn<QByteArray>("local");
+    QTest::addColumn<QByteArray>("utf8");
+    QTest::addColumn<QByteArray>("line");
+
+    QTest::newRow("empty") << QByteArray() << QByteArray() << QByteArray("\n");
+    QTest::newRow("the same") << QByteArray("abc") << QByteArray("abc") << QByteArray("abc\n");
+    QTest::newRow("shorter") << QByteArray("\x8a\xbf") << QByteArray("\xe6\xbc\xa2")
+                             << QByteArray("\x8a\xbf(\xe6\xbc\xa2)\n");
+    QTest::newRow("one byte of the same length")
+        << QByteArray("a?c") << QByteArray("abc") << QByteArray("a?c(abc)\n");
+    QTest::newRow("last byte of the same length")
+        << QByteArray("ab?") << QByteArray("abc") << QByteArray("ab?(abc)\n");
+    QTest::newRow("beginning of the other")
+        << QByteArray("ab") << QByteArray("abc") << QByteArray("ab(abc)\n");
+    QTest::newRow("nothing in local") << QByteArray() << QByteArray("abc") << QByteArray("(abc)\n");
+    QTest::newRow("brackets in the text") << QByteArray("(a)") << QByteArray("(a)") << QByteArray("(a)\n");
+    QTest::newRow("NUL") << QByteArray("a\0b", 3) << QByteArray("a\0c", 3) << QByteArray("a\0b(a\0c)\n", 9);
+}
+
+void TraceTest::traceLine()
+{
+    QFETCH(QByteArray, local);
+    QFETCH(QByteArray, utf8);
+    QTEST(::traceLine(local, utf8), "line");
+}
+
+void TraceTest::writeTrace_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("line");
+
+    QTest::newRow("empty") << u""_s << QByteArray("\n");
+    QTest::newRow("ASCII") << u"abc"_s << QByteArray("abc\n");
+    QTest::newRow("per cent signs and backslashes") << u"%s%n\\n"_s << QByteArray("%s%n\\n\n");
+    QTest::newRow("line break") << u"a\nb\r"_s << QByteArray("a\nb\r\n");
+    QTest::newRow("blanks at the end") << u"a  "_s << QByteArray("a  \n");
+#ifndef Q_OS_WIN
+    QTest::newRow("kanji and kana") << u"漢ｶ"_s << QByteArray("\xe6\xbc\xa2\xef\xbd\xb6\n");
+    QTest::newRow("pair") << u"😀"_s << QByteArray("\xf0\x9f\x98\x80\n");
+#endif
+    QTest::newRow("longer than a buffer") << QString(70'000, u'x') << QByteArray(70'000, 'x') + '\n';
+}
+
+void TraceTest::writeTrace()
+{
+    QFETCH(QString, text);
+    QTEST(consoleOutput({u"trace"_s, text}), "line");
+}
+
+void TraceTest::writeTraceTagged_data()
+{
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QByteArray>("line");
+
+    QTest::newRow("smallest") << INT_MIN << QByteArray("/x\n");
+    QTest::newRow("-1") << -1 << QByteArray("/x\n");
+    QTest::newRow("0") << 0 << QByteArray("/x\n");
+    QTest::newRow("1") << 1 << QByteArray("AA/x\n");
+    QTest::newRow("2") << 2 << QByteArray("/x\n");
+    QTest::newRow("3") << 3 << QByteArray();
+    QTest::newRow("4") << 4 << QByteArray();
+    QTest::newRow("largest") << INT_MAX << QByteArray();
+}
+
+void TraceTest::writeTraceTagged()
+{
+    QFETCH(int, level);
+    QTEST(consoleOutput({u"tagged"_s, QString::number(level), u"x"_s}), "line");
+}
+
+void TraceTest::writeTraceKeepsItsPlace()
+{
+    QCOMPARE(consoleOutput({u"between"_s, u"x"_s}), QByteArray("before x\nafter\n"));
+}
+
+void TraceTest::readConsoleLine_data()
+{
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<QByteArray>("output"); // the lines in brackets, then what was left of the input
+
+    QTest::newRow("no input") << QByteArray() << 1 << QByteArray("[]");
+    QTest::newRow("two at the end") << QByteArray() << 2 << QByteArray("[][]");
+    QTest::newRow("one of one") << QByteArray("a\n") << 1 << QByteArray("[a]");
+    QTest::newRow("one of two") << QByteArray("a\nb\n") << 1 << QByteArray("[a]b\n");
+    QTest::newRow("two of two") << QByteArray("a\nb\n") << 2 << QByteArray("[a][b]");
+    QTest::newRow("one past the end") << QByteArray("a\nb") << 3 << QByteArray("[a][b][]");
+    QTest::newRow("no byte is taken") << QByteArray("a\nb\n") << 0 << QByteArray("a\nb\n");
+    QTest::newRow("empty lines") << QByteArray("\n\na\n") << 3 << QByteArray("[][][a]");
+    QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << 1 << QByteArray("[a]b\r\n");
+    QTest::newRow("CR LF and nothing") << QByteArray("\r\n\r\n") << 1 << QByteArray("[]\r\n");
+    QTest::newRow("CR inside") << QByteArray("a\rb\nc") << 1 << QByteArray("[a\rb]c");
+    QTest::newRow("two CR before LF") << QByteArray("a\r\r\nb") << 1 << QByteArray("[a\r]b");
+    QTest::newRow("CR at the end of the input") << QByteArray("a\r") << 1 << QByteArray("[a]");
+    QTest::newRow("blanks stay") << QByteArray("  a \t\n") << 1 << QByteArray("[  a \t]");
+    QTest::newRow("kanji") << QByteArray("漢字\nｶﾅ\n") << 2 << QByteArray("[漢字][ｶﾅ]");
+    QTest::newRow("pair") << QByteArray("😀\n") << 1 << QByteArray("[😀]");
+    QTest::newRow("NUL") << QByteArray("a\0b\nc", 5) << 1 << QByteArray("[a\0b]c", 6);
+    QTest::newRow("no UTF-8") << QByteArray("a\xff\nb") << 1 << QByteArray("[a\xef\xbf\xbd]b");
+    QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
+                                                   "a\nb")
+                                     << 1 << QByteArray("[a]b");
+}
+
+void TraceTest::readConsoleLine()
+{
+    QFETCH(QByteArray, input);
+    QFETCH(int, lines);
+    QFETCH(QByteArray, output);
+
+    const QStringList words = {u"lines"_s, QString::number(lines)};
+    QCOMPARE(consoleOutput(words, input), output);
+
+    // From a file, which could be read ahead and wound back, the same.
+    const QTemporaryDir directory;
+    QFile file(directory.filePath(u"input"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(input);
+    file.close();
+    QProcess process;
+    process.setStandardInputFile(file.fileName());
+    process.start(BuiltWith::helper(u"console"_s), words);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardOutput(), output);
+}
+
+void TraceTest::readConsoleLineOfAnyLength()
+{
+    const QByteArray line(3'000'000, 'x');
+    QCOMPARE(consoleOutput({u"lines"_s, u"2"_s}, line + "\nb\nc"), '[' + line + "][b]c");
+}
+
+void TraceTest::readConsoleLineFromTerminal()
+{
+#ifdef Q_OS_UNIX
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+    const int line = open(ptsname(terminal), O_RDWR | O_NOCTTY);
+    QVERIFY(line >= 0);
+    QCOMPARE(write(terminal, "first\nsecond\n\x04", 14), 14);
+
+    QProcess process;
+    process.setChildProcessModifier([line] { dup2(line, STDIN_FILENO); });
+    process.start(BuiltWith::helper(u"console"_s), {u"lines"_s, u"1"_s});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("[first]second\n"));
+    close(line);
+    close(terminal);
+#else
+    QSKIP("Only here there is a terminal for a test to open");
+#endif
+}
+
+void TraceTest::formatTimestamp_data()
+{
+    QTest::addColumn<QDateTime>("moment");
+    QTest::addColumn<int>("withSeparators");
+    QTest::addColumn<QString>("stamp");
+
+    const QDateTime moment(QDate(2024, 1, 2), QTime(3, 4, 5, 6));
+    QTest::newRow("digits alone") << moment << 0 << u"20240102030405006"_s;
+    QTest::newRow("with separators") << moment << 1 << u"2024-01-02 03:04:05.006"_s;
+    QTest::newRow("any number but 0") << moment << -7 << u"2024-01-02 03:04:05.006"_s;
+    const QDateTime last(QDate(1999, 12, 31), QTime(23, 59, 59, 999));
+    QTest::newRow("last of the day") << last << 0 << u"19991231235959999"_s;
+    QTest::newRow("last of the day with separators") << last << 1 << u"1999-12-31 23:59:59.999"_s;
+    const QDateTime midnight(QDate(2000, 2, 29), QTime(0, 0));
+    QTest::newRow("midnight") << midnight << 0 << u"20000229000000000"_s;
+    QTest::newRow("midnight with separators") << midnight << 1 << u"2000-02-29 00:00:00.000"_s;
+    QTest::newRow("afternoon has 24 hours")
+        << QDateTime(QDate(2024, 1, 2), QTime(13, 0)) << 0 << u"20240102130000000"_s;
+    QTest::newRow("in its own zone") << QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6), Qt::UTC) << 0
+                                     << u"20240102030405006"_s;
+    QTest::newRow("year of three digits")
+        << QDateTime(QDate(987, 6, 5), QTime(0, 0)) << 0 << u"09870605000000000"_s;
+    QTest::newRow("invalid") << QDateTime() << 0 << u""_s;
+    QTest::newRow("invalid with separators") << QDateTime() << 1 << u""_s;
+}
+
+void TraceTest::formatTimestamp()
+{
+    QFETCH(QDateTime, moment);
+    QFETCH(int, withSeparators);
+    const AppRuntime runtime(u"TEST"_s);
+    QTEST(runtime.formatTimestamp(moment, withSeparators), "stamp");
+}
+
+QTEST_GUILESS_MAIN(TraceTest)
+#include "tst_trace.moc"

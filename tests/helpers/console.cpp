@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// A program of the family on its console, one member a run:
+//   trace TEXT          writeTrace
+//   tagged LEVEL TEXT   writeTraceTagged
+//   between TEXT        prints through the C stream before and after a trace line
+//   lines COUNT         readConsoleLine COUNT times, each line printed in brackets, then what is left of the
+//   input
+#include <runtime/core/appruntime.h>
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace
+{
+
+/// What is left on the descriptor itself, not in somebody's buffer.
+void printRest()
+{
+    char block[4096];
+    for (;;) {
+        const auto count = read(0, block, sizeof block);
+        if (count <= 0)
+            return;
+        std::fwrite(block, 1, static_cast<std::size_t>(count), stdout);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+#ifdef _WIN32
+    _setmode(0, _O_BINARY);
+    _setmode(1, _O_BINARY);
+#endif
+    int toolkitArgc = 1;
+    char *toolkitArgv[] = {argv[0], nullptr};
+    const QCoreApplication application(toolkitArgc, toolkitArgv);
+    const AppRuntime runtime(QStringLiteral("CONSOLE"));
+    const char *verb = argc > 1 ? argv[1] : "";
+    const char *word = argc > 2 ? argv[2] : "";
+    const QString text = QString::fromLocal8Bit(argv[argc - 1]);
+
+    if (std::strcmp(verb, "trace") == 0) {
+        runtime.writeTrace(text);
+    } else if (std::strcmp(verb, "tagged") == 0) {
+        runtime.writeTraceTagged(std::atoi(word), text);
+    } else if (std::strcmp(verb, "between") == 0) {
+        std::fputs("before ", stdout);
+        runtime.writeTrace(text);
+        std::fputs("after\n", stdout);
+    } else if (std::strcmp(verb, "lines") == 0) {
+        for (int i = std::atoi(word); i > 0; --i) {
+            const QByteArray line = runtime.readConsoleLine().toUtf8();
+            std::putchar('[');
+            std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
+            std::putchar(']');
+        }
+        printRest();
+    }
+    return 0;
+}

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Stands in for the system's host name command. HELPER_HOSTNAME says what it does: "hang", "flood" (print
+// without end and without a line end), "error" (print on standard error only, and fail), or else the very
+// text to print.
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+int main()
+{
+    const char *setting = std::getenv("HELPER_HOSTNAME");
+    const std::string text = setting == nullptr ? "" : setting;
+    if (text == "hang") {
+        std::this_thread::sleep_for(std::chrono::minutes(5));
+    } else if (text == "flood") {
+        const std::string block(65536, 'x');
+        while (std::fwrite(block.data(), 1, block.size(), stdout) == block.size()) { }
+    } else if (text == "megabyte") {
+        std::fputs((std::string(1'000'000, 'x') + ".domain\nsecond line\n").c_str(), stdout);
+    } else if (text == "error") {
+        std::fputs("no-name\n", stderr);
+        return 1;
+    } else {
+        std::fwrite(text.data(), 1, text.size(), stdout);
+    }
+    return 0;
+}
