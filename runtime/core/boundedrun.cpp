@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/boundedrun.h>
+#include <runtime/core/systemname.h>
 
 #include <QDeadlineTimer>
 #include <QProcess>
@@ -15,8 +16,8 @@ constexpr qsizetype longestLine = 1'048'576;
 QByteArray firstOutputLineOf(const QString &program, const QStringList &arguments)
 {
     QByteArray line;
-    if (program.isEmpty())
-        return line; // the process object would complain on standard error
+    if (!isSystemName(program))
+        return line;
 
     QProcess process;
     const QDeadlineTimer lifetime(lifetimeMilliseconds);
@@ -28,9 +29,11 @@ QByteArray firstOutputLineOf(const QString &program, const QStringList &argument
             process.kill();
     };
     QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&] {
-        if (line.size() < longestLine && !line.endsWith('\n'))
-            line += process.readLine(longestLine - line.size());
-        process.readAllStandardOutput();
+        const QByteArray output = process.readAllStandardOutput();
+        if (line.size() < longestLine && !line.endsWith('\n')) {
+            const qsizetype lineFeed = output.indexOf('\n');
+            line += lineFeed < 0 ? output : output.first(lineFeed + 1);
+        }
         endWhenOver();
     });
     QObject::connect(&process, &QProcess::readyReadStandardError, &process, [&] {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/systemname.h>
 
 #include <QDateTime>
 #include <QDir>
@@ -7,12 +8,10 @@
 
 using namespace Qt::StringLiterals;
 
-// An empty name is sorted out before the toolkit sees it, which would complain on standard error.
-
 bool AppRuntime::makeDirectory(const QString &path)
 {
     const QDir here{QString()};
-    if (!path.isEmpty() && (here.exists(path) || here.mkdir(path)))
+    if (isSystemName(path) && (here.exists(path) || here.mkdir(path)))
         return true;
     lastError = "make dir error("_L1 + path + u')';
     return false;
@@ -22,7 +21,7 @@ bool AppRuntime::renameFile(const QString &oldName, const QString &newName)
 {
     // From the root, not from the current directory: programs pass names without their drive.
     QDir root(pathSeparator);
-    if (!oldName.isEmpty() && !newName.isEmpty() && root.rename(oldName, newName))
+    if (isSystemName(oldName) && isSystemName(newName) && root.rename(oldName, newName))
         return true;
     lastError = "rename file error("_L1 + oldName + u')';
     return false;
@@ -30,7 +29,7 @@ bool AppRuntime::renameFile(const QString &oldName, const QString &newName)
 
 bool AppRuntime::deleteFile(const QString &path)
 {
-    if (!QFile::exists(path) || QFile::remove(path))
+    if (!isSystemName(path) || !QFile::exists(path) || QFile::remove(path))
         return true;
     lastError = "delete file error("_L1 + path + u')';
     return false;
@@ -53,5 +52,5 @@ QDateTime AppRuntime::currentDateTime() const
 
 int AppRuntime::setCurrentPath(const QString &path)
 {
-    return QDir::setCurrent(path) ? 0 : 5;
+    return isSystemName(path) && QDir::setCurrent(path) ? 0 : 5;
 }

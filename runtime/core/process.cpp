@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <runtime/core/boundedrun.h>
+#include <runtime/core/systemname.h>
 
 #include <QEventLoop>
 #include <QProcess>
@@ -33,7 +34,7 @@ int AppRuntime::runProgram(
         firstOutputLineOf(programLine, argumentList);
         return succeeded;
     }
-    if (programLine.isEmpty() || !QProcess::startDetached(programLine, argumentList)) {
+    if (!isSystemName(programLine) || !QProcess::startDetached(programLine, argumentList)) {
         lastError = "Process "_L1 + programLine + u' ' + argumentLine + " error"_L1;
         return refused;
     }

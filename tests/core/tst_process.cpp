@@ -1,0 +1,424 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+#include <support/builtwith.h>
+#include <support/report.h>
+
+#include <QTest>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <climits>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+const QString refusal = u"bad QChar (..\\ or ../)"_s;
+
+/// Any message of the toolkit is one too many: it ends up on the program's standard error.
+void failOnMessage(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    qputenv("TOOLKIT_MESSAGE", text.toUtf8());
+}
+
+} // namespace
+
+class ProcessTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void arguments_data();
+    void arguments();
+    void refused_data();
+    void refused();
+    void lineBreakInProgram();
+    void waitingNeverFails_data();
+    void waitingNeverFails();
+    void waitingStreams();
+    void waitingLeavesTheRest();
+    void waitingProcessesNoEvents();
+    void detached_data();
+    void detached();
+    void detachedFails_data();
+    void detachedFails();
+    void shellCommand_data();
+    void shellCommand();
+    void isSafePathText_data();
+    void isSafePathText();
+    void replaceLineBreaks_data();
+    void replaceLineBreaks();
+    void waitMilliseconds_data();
+    void waitMilliseconds();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<AppRuntime> m_runtime;
+    QString m_report;
+};
+
+void ProcessTest::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_runtime = std::make_unique<AppRuntime>(u"TEST"_s);
+    m_runtime->lastError = u"old"_s;
+    m_runtime->checkMessage = u"old"_s;
+    m_report = m_directory->filePath(u"report"_s);
+    qputenv("HELPER_OUTPUT", m_report.toLocal8Bit());
+    qunsetenv("TOOLKIT_MESSAGE");
+    qInstallMessageHandler(failOnMessage);
+}
+
+void ProcessTest::cleanup()
+{
+    qInstallMessageHandler(nullptr);
+    QCOMPARE(qgetenv("TOOLKIT_MESSAGE"), QByteArray());
+    QCOMPARE(m_runtime->checkMessage, u"old"_s);
+}
+
+void ProcessTest::arguments_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("arguments");
+
+    QTest::newRow("empty text") << u""_s << QStringList{u""_s};
+    QTest::newRow("null text") << QString() << QStringList{u""_s};
+    QTest::newRow("one") << u"a"_s << QStringList{u"a"_s};
+    QTest::newRow("blank behind") << u"x y "_s << QStringList{u"x"_s, u"y"_s, u""_s};
+    QTest::newRow("blank in front") << u" x"_s << QStringList{u""_s, u"x"_s};
+    QTest::newRow("two blanks") << u"a  b"_s << QStringList{u"a"_s, u""_s, u"b"_s};
+    QTest::newRow("a blank alone") << u" "_s << QStringList{u""_s, u""_s};
+    QTest::newRow("no quoting") << u"\"a b\" 'c d'"_s << QStringList{u"\"a"_s, u"b\""_s, u"'c"_s, u"d'"_s};
+    QTest::newRow("no escaping") << u"a\\ b"_s << QStringList{u"a\\"_s, u"b"_s};
+    QTest::newRow("a tab does not split") << u"a\tb"_s << QStringList{u"a\tb"_s};
+    QTest::newRow("an ideographic space does not split") << u"a\u3000b"_s << QStringList{u"a\u3000b"_s};
+    QTest::newRow("line breaks split") << u"a\r\nb\nc"_s << QStringList{u"a"_s, u""_s, u"b"_s, u"c"_s};
+    QTest::newRow("nothing is expanded")
+        << u"* $HOME %PATH% ~ `x` ;"_s
+        << QStringList{u"*"_s, u"$HOME"_s, u"%PATH%"_s, u"~"_s, u"`x`"_s, u";"_s};
+    QTest::newRow("toolkit options"
+    ) << u"-style x -platform y -qmljsdebugger=port:1"_s
+      << QStringList{u"-style"_s, u"x"_s, u"-platform"_s, u"y"_s, u"-qmljsdebugger=port:1"_s};
+#ifndef Q_OS_WIN
+    QTest::newRow("Japanese") << u"漢字 ｶﾅ 😀"_s << QStringList{u"漢字"_s, u"ｶﾅ"_s, u"😀"_s};
+#endif
+    QTest::newRow("lone dots") << u".. ... ."_s << QStringList{u".."_s, u"..."_s, u"."_s};
+}
+
+void ProcessTest::arguments()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, arguments);
+
+    QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"arguments"_s), text, u"not used"_s, true), 0);
+    const Report report = readReport(m_report);
+    QVERIFY(report.started);
+    QCOMPARE(report.arguments, arguments);
+    QCOMPARE(QDir(report.directory), QDir::current());
+    QCOMPARE(report.standardInput, u"open"_s);
+    QCOMPARE(m_runtime->lastError, u"old"_s);
+}
+
+void ProcessTest::refused_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("text");
+
+    const QString helper = BuiltWith::helper(u"arguments"_s);
+    QTest::newRow("in the program") << helper + u"/../x"_s << u""_s;
+    QTest::newRow("in the program, backslash") << u"..\\x"_s << u""_s;
+    QTest::newRow("in the arguments") << helper << u"a ../b"_s;
+    QTest::newRow("in the arguments, backslash") << helper << u"a..\\b"_s;
+    QTest::newRow("in both") << u"../x"_s << u"../y"_s;
+}
+
+void ProcessTest::refused()
+{
+    QFETCH(QString, program);
+    QFETCH(QString, text);
+
+    for (const bool wait : {true, false}) {
+        m_runtime->lastError = u"old"_s;
+        QCOMPARE(m_runtime->runProgram(program, text, u""_s, wait), 5);
+        QCOMPARE(m_runtime->lastError, refusal);
+        QVERIFY(!readReport(m_report).started);
+    }
+}
+
+void ProcessTest::lineBreakInProgram()
+{
+#ifdef Q_OS_WIN
+    QSKIP("A program's file cannot be linked to under another name here");
+#else
+    const QString link = m_directory->filePath(u"a b c"_s);
+    QVERIFY(QFile::link(BuiltWith::helper(u"arguments"_s), link));
+    const QString name = m_directory->filePath(u"a\rb\nc"_s);
+    QCOMPARE(m_runtime->runProgram(name, u"x"_s, u""_s, true), 0);
+    QCOMPARE(readReport(m_report).arguments, QStringList{u"x"_s});
+#endif
+}
+
+void ProcessTest::waitingNeverFails_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("text");
+
+    const QString behave = BuiltWith::helper(u"behave"_s);
+    QTest::newRow("no program") << u""_s << u""_s;
+    QTest::newRow("missing program") << u"/nowhere/prog"_s << u""_s;
+    QTest::newRow("missing on the search path") << u"no-such-program-anywhere"_s << u""_s;
+    QTest::newRow("a directory") << QDir::tempPath() << u""_s;
+    QTest::newRow("no program file") << QString::fromLocal8Bit(__FILE__) << u""_s;
+    QTest::newRow("exit code 0") << behave << u"exit 0"_s;
+    QTest::newRow("exit code 1") << behave << u"exit 1"_s;
+    QTest::newRow("exit code 5") << behave << u"exit 5"_s;
+    QTest::newRow("exit code 255") << behave << u"exit 255"_s;
+    QTest::newRow("crash") << behave << u"crash"_s;
+    QTest::newRow("much on both outputs") << behave << u"flood 5000000"_s;
+    QTest::newRow("much on the error output") << behave << u"flood-error 5000000"_s;
+    QTest::newRow("NUL and lone surrogate") << QString(u"a\0b"_s) + QChar(0xd800) << QString(QChar(0xdc00));
+}
+
+void ProcessTest::waitingNeverFails()
+{
+    QFETCH(QString, program);
+    QFETCH(QString, text);
+
+    QCOMPARE(m_runtime->runProgram(program, text, u""_s, true), 0);
+    QCOMPARE(m_runtime->lastError, u"old"_s);
+}
+
+void ProcessTest::waitingStreams()
+{
+    // Standard input stays an open pipe even where this program's own is at its end.
+    QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"arguments"_s), u""_s, u""_s, true), 0);
+    QCOMPARE(readReport(m_report).standardInput, u"open"_s);
+}
+
+void ProcessTest::waitingLeavesTheRest()
+{
+#ifdef Q_OS_WIN
+    QSKIP("The helper can leave a process behind only on a Unix-like system");
+#else
+    // The process left behind holds the pipes for two minutes, and in the second case keeps filling them.
+    for (const QString &verb : {u"leave"_s, u"leave-flood"_s}) {
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"behave"_s), verb, u""_s, true), 0);
+        QVERIFY2(timer.elapsed() < 25'000, "waited for what the program left behind");
+        QFile file(m_report);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QProcess::execute(u"kill"_s, {u"-9"_s, QString::fromLatin1(file.readAll())});
+    }
+#endif
+}
+
+void ProcessTest::waitingProcessesNoEvents()
+{
+    bool processed = false;
+    QTimer::singleShot(0, this, [&] { processed = true; });
+    QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"arguments"_s), u""_s, u""_s, true), 0);
+    QVERIFY(!processed);
+    QCoreApplication::processEvents();
+    QVERIFY(processed);
+}
+
+void ProcessTest::detached_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("two and an empty one") << u"x y "_s << QStringList{u"x"_s, u"y"_s, u""_s};
+    QTest::newRow("none") << u""_s << QStringList{u""_s};
+    QTest::newRow("line break") << u"x\ny"_s << QStringList{u"x"_s, u"y"_s};
+}
+
+void ProcessTest::detached()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, arguments);
+
+    QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"arguments"_s), text, u"not used"_s, false), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_report), 20'000);
+    const Report report = readReport(m_report);
+    QCOMPARE(report.arguments, arguments);
+    QCOMPARE(QDir(report.directory), QDir::current());
+    QCOMPARE(m_runtime->lastError, u"old"_s);
+}
+
+void ProcessTest::detachedFails_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("missing program") << u"/nowhere/prog"_s << u"a b "_s
+                                     << u"Process /nowhere/prog a b  error"_s;
+    QTest::newRow("no program") << u""_s << u""_s << u"Process   error"_s;
+    QTest::newRow("line breaks are blanks by then")
+        << u"/nowhere/a\rb"_s << u"c\nd"_s << u"Process /nowhere/a b c d error"_s;
+    QTest::newRow("a directory") << u"/"_s << u"x"_s << u"Process / x error"_s;
+}
+
+void ProcessTest::detachedFails()
+{
+    QFETCH(QString, program);
+    QFETCH(QString, text);
+    QFETCH(QString, message);
+
+    QCOMPARE(m_runtime->runProgram(program, text, u""_s, false), 5);
+    QCOMPARE(m_runtime->lastError, message);
+}
+
+void ProcessTest::shellCommand_data()
+{
+    QTest::addColumn<QChar>("letter");
+    QTest::addColumn<bool>("extra");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<QStringList>("arguments"); // empty where nothing is started
+    QTest::addColumn<QString>("error");
+
+    for (const bool extra : {false, true}) {
+        const char *form = extra ? "with extra text" : "alone";
+        QTest::addRow("Windows, %s", form) << QChar(u'W') << extra << u"dir /b"_s << 0
+                                           << QStringList{u"/c"_s, u"dir"_s, u"/b"_s} << u"old"_s;
+        QTest::addRow("Windows, empty, %s", form)
+            << QChar(u'W') << extra << u""_s << 0 << QStringList{u"/c"_s, u""_s} << u"old"_s;
+        QTest::addRow("Windows, refused, %s", form)
+            << QChar(u'W') << extra << u"del ..\\x"_s << 5 << QStringList() << refusal;
+        QTest::addRow("Unix-like, %s", form)
+            << QChar(u'U') << extra << u"dir /b"_s << 0 << QStringList() << u"old"_s;
+        QTest::addRow("Unix-like, not refused, %s", form)
+            << QChar(u'U') << extra << u"del ..\\x"_s << 0 << QStringList() << u"old"_s;
+        QTest::addRow("small letter, %s", form)
+            << QChar(u'w') << extra << u"dir"_s << 0 << QStringList() << u"old"_s;
+    }
+}
+
+void ProcessTest::shellCommand()
+{
+#ifdef Q_OS_WIN
+    QSKIP("Here the shell's own command is found first");
+#else
+    QFETCH(QChar, letter);
+    QFETCH(bool, extra);
+    QFETCH(QString, command);
+    QFETCH(int, result);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, error);
+
+    QVERIFY(QFile::link(BuiltWith::helper(u"arguments"_s), m_directory->filePath(u"cmd"_s)));
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", m_directory->path().toLocal8Bit() + ':' + path);
+    m_runtime->platformChar = letter;
+    QCOMPARE(
+        extra ? m_runtime->runShellCommand(command, u"not used"_s) : m_runtime->runShellCommand(command),
+        result
+    );
+    qputenv("PATH", path);
+
+    const Report report = readReport(m_report);
+    QCOMPARE(report.started, !arguments.isEmpty());
+    QCOMPARE(report.arguments, arguments);
+    QCOMPARE(m_runtime->lastError, error);
+#endif
+}
+
+void ProcessTest::isSafePathText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("safe");
+
+    QTest::newRow("empty") << u""_s << true;
+    QTest::newRow("plain") << u"prog"_s << true;
+    QTest::newRow("two dots") << u".."_s << true;
+    QTest::newRow("three dots") << u"..."_s << true;
+    QTest::newRow("one dot and slash") << u"./x"_s << true;
+    QTest::newRow("slash and two dots") << u"/.."_s << true;
+    QTest::newRow("dots apart") << u". ./x"_s << true;
+    QTest::newRow("full-width slash") << u"..／x"_s << true;
+    QTest::newRow("up") << u"../x"_s << false;
+    QTest::newRow("up, backslash") << u"..\\x"_s << false;
+    QTest::newRow("up alone") << u"../"_s << false;
+    QTest::newRow("up alone, backslash") << u"..\\"_s << false;
+    QTest::newRow("at the end") << u"a/../"_s << false;
+    QTest::newRow("inside a name") << u"a..\\b"_s << false;
+    QTest::newRow("inside a name, slash") << u"a../b"_s << false;
+    QTest::newRow("three dots and slash") << u".../x"_s << false;
+    QTest::newRow("behind a blank") << u"a b ../c"_s << false;
+}
+
+void ProcessTest::isSafePathText()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, safe);
+    QCOMPARE(m_runtime->isSafePathText(text), safe);
+    QCOMPARE(m_runtime->lastError, safe ? u"old"_s : refusal);
+}
+
+void ProcessTest::replaceLineBreaks_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QChar>("replacement");
+    QTest::addColumn<QString>("result");
+
+    QTest::newRow("empty") << u""_s << QChar(u' ') << u""_s;
+    QTest::newRow("none") << u"a b"_s << QChar(u'?') << u"a b"_s;
+    QTest::newRow("LF") << u"a\nb"_s << QChar(u' ') << u"a b"_s;
+    QTest::newRow("CR") << u"a\rb"_s << QChar(u' ') << u"a b"_s;
+    QTest::newRow("CR LF gives two") << u"a\r\nb"_s << QChar(u'?') << u"a??b"_s;
+    QTest::newRow("at both ends") << u"\na\r"_s << QChar(u'-') << u"-a-"_s;
+    QTest::newRow("only breaks") << u"\n\n\r"_s << QChar(u'x') << u"xxx"_s;
+    QTest::newRow("other breaks stay") << u"a\u2028\u0085\v\fb"_s << QChar(u'?') << u"a\u2028\u0085\v\fb"_s;
+    QTest::newRow("by a line feed") << u"a\r\nb"_s << QChar(u'\n') << u"a\n\nb"_s;
+    QTest::newRow("by a carriage return") << u"a\r\nb"_s << QChar(u'\r') << u"a\r\rb"_s;
+    QTest::newRow("by kanji") << u"a\nb"_s << QChar(u'漢') << u"a漢b"_s;
+}
+
+void ProcessTest::replaceLineBreaks()
+{
+    QFETCH(QString, text);
+    QFETCH(QChar, replacement);
+    const QString copy = text;
+    QTEST(m_runtime->replaceLineBreaks(text, replacement), "result");
+    QCOMPARE(text, copy);
+}
+
+void ProcessTest::waitMilliseconds_data()
+{
+    QTest::addColumn<int>("milliseconds");
+    QTest::addColumn<bool>("longEnough"); // for an event due after 20 milliseconds
+
+    QTest::newRow("none") << 0 << false;
+    QTest::newRow("negative") << -5 << false;
+    QTest::newRow("smallest") << INT_MIN << false;
+    QTest::newRow("some") << 200 << true;
+}
+
+void ProcessTest::waitMilliseconds()
+{
+    QFETCH(int, milliseconds);
+    QFETCH(bool, longEnough);
+
+    bool soon = false;
+    bool late = false;
+    QObject receiver;
+    QTimer::singleShot(20, &receiver, [&] { soon = true; });
+    QTimer::singleShot(60'000, &receiver, [&] { late = true; });
+    m_runtime->waitMilliseconds(milliseconds);
+    if (longEnough)
+        QVERIFY(soon);
+    QVERIFY(!late);
+}
+
+QTEST_GUILESS_MAIN(ProcessTest)
+#include "tst_process.moc"
