@@ -11,6 +11,8 @@ using Application = QApplication;
 using Application = QCoreApplication;
 #endif
 
+#include <cstdlib>
+
 #ifdef Q_OS_UNIX
 #include <csignal>
 #include <fcntl.h>
@@ -22,14 +24,26 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-void dropMessage(QtMsgType, const QMessageLogContext &, const QString &) { }
+void dropMessage(QtMsgType type, const QMessageLogContext &, const QString &)
+{
+    if (type == QtFatalMsg)
+        std::_Exit(0); // the toolkit would abort
+}
 
-/// Makes the exit code and the standard error independent of what the launcher was started with.
+/// Makes the exit code and the standard error independent of what the launcher is started with.
 void keepQuiet()
 {
     // The toolkit comments on a locale that is not UTF-8; nobody reads it, and the standard error stays
     // empty.
     qInstallMessageHandler(dropMessage);
+    // A developer's wish to abort on such a comment is for the target. It is read at the first one.
+    constexpr const char *fatalWarnings = "QT_FATAL_WARNINGS";
+    if (qEnvironmentVariableIsSet(fatalWarnings)) {
+        const QByteArray wish = qgetenv(fatalWarnings);
+        qunsetenv(fatalWarnings);
+        qWarning("dropped");
+        qputenv(fatalWarnings, wish);
+    }
 #ifdef Q_OS_UNIX
     // A trace that nobody reads must not end the run. A child gets the default back when it is started.
     std::signal(SIGPIPE, SIG_IGN);

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include <support/builtwith.h>
+
+#include <QTest>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <csignal>
+#endif
+
+using namespace Qt::StringLiterals;
+
+/// Targets that do not end by themselves. All launchers run side by side from the start of the test, and each
+/// row then looks at one of them.
+class LauncherBoundTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void ended_data();
+    void ended();
+
+private:
+    struct Run {
+        QProcess process;
+        QString report;   ///< Where the target writes its process number.
+        QByteArray lines; ///< What the launcher prints.
+        qint64 milliseconds{0};
+        qint64 peakKilobytes{0};
+    };
+
+    void start(const char *name, const QStringList &words, const QProcessEnvironment &extra = {});
+    static qint64 peakKilobytes(qint64 pid);
+
+    QTemporaryDir m_directory;
+    QElapsedTimer m_clock;
+    std::map<QByteArray, Run> m_runs;
+};
+
+void LauncherBoundTest::start(const char *name, const QStringList &words, const QProcessEnvironment &extra)
+{
+    Run &run = m_runs[name];
+    run.report = m_directory.filePath(QString::fromLatin1(name));
+    run.lines = (BuiltWith::windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n")
+        + words.join(u' ').toLocal8Bit() + " \n";
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(extra);
+    environment.insert(u"HELPER_OUTPUT"_s, run.report);
+    run.process.setProcessEnvironment(environment);
+    connect(&run.process, &QProcess::finished, this, [this, &run] { run.milliseconds = m_clock.elapsed(); });
+    run.process.start(BuiltWith::launcher(), words);
+}
+
+/// The most memory that a living process has had in use so far; 0 where the system does not tell.
+qint64 LauncherBoundTest::peakKilobytes(qint64 pid)
+{
+    QFile status(u"/proc/%1/status"_s.arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    static const QRegularExpression peak(u"VmHWM:\\s*(\\d+) kB"_s);
+    return peak.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
+}
+
+void LauncherBoundTest::initTestCase()
+{
+    const QString behave = BuiltWith::helper(u"behave"_s);
+    m_clock.start();
+    start("sleeps", {behave, u"sleep"_s});
+    start("prints on both outputs", {behave, u"flood"_s});
+    start("prints on the error output", {behave, u"flood-error"_s});
+#ifdef Q_OS_UNIX
+    start("ignores signals", {behave, u"ignore"_s});
+    start("stops itself", {behave, u"stop"_s});
+    start("closes its outputs", {behave, u"close"_s});
+#endif
+    QProcessEnvironment fakes;
+    const QString path
+        = QDir::toNativeSeparators(BuiltWith::fakes()) + QDir::listSeparator() + qEnvironmentVariable("PATH");
+    fakes.insert(u"PATH"_s, path);
+    fakes.insert(u"HELPER_HOSTNAME"_s, u"hang"_s);
+    start("host name command hangs", {behave, u"exit"_s, u"3"_s}, fakes);
+    fakes.insert(u"HELPER_HOSTNAME"_s, u"flood"_s);
+    start("host name command prints without end", {behave, u"exit"_s, u"3"_s}, fakes);
+
+    for (bool running = true; running;) {
+        QTest::qWait(100);
+        running = false;
+        for (auto &[name, run] : m_runs) {
+            if (run.process.state() == QProcess::NotRunning)
+                continue;
+            running = true;
+            run.peakKilobytes = qMax(run.peakKilobytes, peakKilobytes(run.process.processId()));
+        }
+        if (m_clock.elapsed() > 100'000)
+            break; // the rows say which did not end
+    }
+}
+
+void LauncherBoundTest::ended_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const auto &[name, run] : m_runs)
+        QTest::newRow(name.constData()) << name;
+}
+
+void LauncherBoundTest::ended()
+{
+    QFETCH(QByteArray, name);
+    Run &run = m_runs[name];
+
+    QCOMPARE(run.process.state(), QProcess::NotRunning);
+    QCOMPARE(run.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(run.process.exitCode(), 0);
+    QCOMPARE(run.process.readAllStandardOutput(), run.lines);
+    QCOMPARE(run.process.readAllStandardError(), QByteArray());
+    QVERIFY2(run.milliseconds >= 29'000, "ended before its time");
+    QVERIFY2(run.milliseconds < 45'000, "ended late");
+#ifdef Q_OS_UNIX
+    QFile report(run.report);
+    QVERIFY(report.open(QIODevice::ReadOnly));
+    const auto target = static_cast<pid_t>(report.readAll().toLong());
+    QVERIFY(target > 0);
+    QVERIFY2(kill(target, 0) != 0 && errno == ESRCH, "the target still lives");
+#endif
+#ifndef __SANITIZE_ADDRESS__
+    QVERIFY2(run.peakKilobytes < 40'000, qPrintable(u"%1 kB"_s.arg(run.peakKilobytes)));
+#endif
+}
+
+QTEST_GUILESS_MAIN(LauncherBoundTest)
+#include "tst_launcherbound.moc"
