@@ -1,0 +1,52 @@
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/AppRuntime")
+set(include_folder "${CMAKE_INSTALL_INCLUDEDIR}/appruntime")
+
+install(TARGETS launcher RUNTIME COMPONENT launcher)
+install(
+    TARGETS AppRuntime
+    EXPORT AppRuntimeTargets
+    RUNTIME COMPONENT runtime
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development
+)
+
+# What a program includes, in the folders it has in the tree, so that one line works for both.
+foreach(header IN ITEMS core/appruntime.h fields/scancursor.h files/versioninfo.h)
+    get_filename_component(folder "${header}" DIRECTORY)
+    install(
+        FILES "${PROJECT_SOURCE_DIR}/runtime/${header}"
+        DESTINATION "${include_folder}/runtime/${folder}"
+        COMPONENT development
+    )
+endforeach()
+install(
+    FILES "${PROJECT_BINARY_DIR}/generated/runtime/core/appruntime_export.h"
+    DESTINATION "${include_folder}/runtime/core"
+    COMPONENT development
+)
+
+install(
+    EXPORT AppRuntimeTargets
+    NAMESPACE AppRuntime::
+    DESTINATION "${package_folder}"
+    COMPONENT development
+)
+configure_package_config_file(
+    cmake/AppRuntimeConfig.cmake.in
+    "${PROJECT_BINARY_DIR}/AppRuntimeConfig.cmake"
+    INSTALL_DESTINATION "${package_folder}"
+)
+write_basic_package_version_file(
+    "${PROJECT_BINARY_DIR}/AppRuntimeConfigVersion.cmake"
+    COMPATIBILITY SameMajorVersion
+)
+install(
+    FILES
+        "${PROJECT_BINARY_DIR}/AppRuntimeConfig.cmake"
+        "${PROJECT_BINARY_DIR}/AppRuntimeConfigVersion.cmake"
+    DESTINATION "${package_folder}"
+    COMPONENT development
+)

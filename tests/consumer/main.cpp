@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+
+#include <QCoreApplication>
+
+int main(int argc, char **argv)
+{
+    int toolkitArgc = 1;
+    const QCoreApplication application(toolkitArgc, argv);
+    AppRuntime runtime(QStringLiteral("CONSUMER"), argc, argv);
+    const QStringList &words = *runtime.arguments;
+
+    if (!runtime.checkIn(words.first(), words.last())) {
+        runtime.writeTrace(
+            runtime.programName + QLatin1Char(' ') + runtime.versionLabel + QLatin1Char(' ')
+            + QString::number(runtime.count(words)) + QLatin1Char(' ') + runtime.checkMessage
+        );
+    }
+    return 0;
+}
