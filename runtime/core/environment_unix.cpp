@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/systemname.h>
 
 QString AppRuntime::environmentValue(const QString &variable) const
 {
+    if (!isSystemName(variable))
+        return {};
     return QString::fromUtf8(qgetenv(variable.toUtf8().constData()));
 }

@@ -3,10 +3,10 @@
 
 #include <QStringView>
 
-/// Whether the text can name a file or a program at all: it is not empty and holds no NUL.
+/// Whether the text can name a file, a program or a variable at all: it is not empty and holds no NUL.
 ///
-/// To be asked before the toolkit sees the name, which would complain about any other on standard error, and
-/// in places take what stands before a NUL for the name.
+/// To be asked before the system sees the name: the toolkit would complain about any other on standard error,
+/// or what stands before a NUL would be taken for the name.
 inline bool isSystemName(QStringView text)
 {
     return !text.isEmpty() && !text.contains(u'\0');

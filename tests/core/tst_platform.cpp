@@ -200,6 +200,7 @@ void PlatformTest::environmentValue()
     QCOMPARE(runtime.environmentValue(variable), value);
     QCOMPARE(runtime.environmentValue(variable + u'X'), QString());
     QCOMPARE(runtime.environmentValue(variable.chopped(1)), QString());
+    QCOMPARE(runtime.environmentValue(variable + QChar(u'\0') + u'X'), QString());
     QCOMPARE(runtime.environmentValue(QString()), QString());
 #ifdef Q_OS_WIN
     _wputenv_s(qUtf16Printable(variable), L"");
