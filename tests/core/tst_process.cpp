@@ -388,7 +388,7 @@ void ProcessTest::replaceLineBreaks()
 {
     QFETCH(QString, text);
     QFETCH(QChar, replacement);
-    const QString copy = text;
+    const QString copy(text.constData(), text.size());
     QTEST(m_runtime->replaceLineBreaks(text, replacement), "result");
     QCOMPARE(text, copy);
 }
