@@ -5,6 +5,7 @@
 #include <QCalendar>
 #include <QDateTime>
 #include <QFile>
+#include <QStringConverter>
 #include <QTextStream>
 
 #include <cstdio>
@@ -15,7 +16,10 @@ void AppRuntime::writeTrace(const QString &text) const
 {
     // Through the C stream, so that what the program prints by other means keeps its place; as bytes, because
     // a text stream would encode them a second time.
-    const QByteArray line = traceLine(text.toLocal8Bit(), text.toUtf8());
+    // By an encoder, as the local form is made: toUtf8() would write another substitute for a lone surrogate,
+    // and a line in UTF-8 twice where UTF-8 is the local encoding.
+    QStringEncoder utf8(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+    const QByteArray line = traceLine(text.toLocal8Bit(), utf8(text));
     std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
     std::fflush(stdout);
 }

@@ -27,6 +27,8 @@ private Q_SLOTS:
     void traceLine();
     void writeTrace_data();
     void writeTrace();
+    void writeTraceOfLoneSurrogates_data();
+    void writeTraceOfLoneSurrogates();
     void writeTraceTagged_data();
     void writeTraceTagged();
     void writeTraceKeepsItsPlace();
@@ -104,6 +106,36 @@ void TraceTest::writeTrace()
 {
     QFETCH(QString, text);
     QTEST(consoleOutput({u"trace"_s, text}), "line");
+}
+
+void TraceTest::writeTraceOfLoneSurrogates_data()
+{
+    QTest::addColumn<QStringList>("units");
+    QTest::addColumn<QByteArray>("line");
+
+    QTest::newRow("high half alone") << QStringList{u"d83d"_s} << QByteArray("\xef\xbf\xbd\n");
+    QTest::newRow("low half alone") << QStringList{u"de00"_s} << QByteArray("\xef\xbf\xbd\n");
+    QTest::newRow("high half at the end") << QStringList{u"61"_s, u"d83d"_s} << QByteArray("a\xef\xbf\xbd\n");
+    QTest::newRow("high half inside") << QStringList{u"d83d"_s, u"61"_s}
+                                      << QByteArray("\xef\xbf\xbd"
+                                                    "a\n");
+    QTest::newRow("halves swapped") << QStringList{u"de00"_s, u"d83d"_s}
+                                    << QByteArray("\xef\xbf\xbd\xef\xbf\xbd\n");
+    QTest::newRow("a pair") << QStringList{u"d83d"_s, u"de00"_s} << QByteArray("\xf0\x9f\x98\x80\n");
+    QTest::newRow("byte order mark") << QStringList{u"feff"_s, u"61"_s}
+                                     << QByteArray("\xef\xbb\xbf"
+                                                   "a\n");
+    QTest::newRow("NUL") << QStringList{u"61"_s, u"0"_s, u"62"_s} << QByteArray("a\0b\n", 4);
+}
+
+void TraceTest::writeTraceOfLoneSurrogates()
+{
+#ifdef Q_OS_WIN
+    QSKIP("The substitute is the code page's");
+#else
+    QFETCH(QStringList, units);
+    QTEST(consoleOutput(QStringList{u"units"_s} + units), "line");
+#endif
 }
 
 void TraceTest::writeTraceTagged_data()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A program of the family on its console, one member a run:
 //   trace TEXT          writeTrace
+//   units HEX...        writeTrace of the text of these UTF-16 code units
 //   tagged LEVEL TEXT   writeTraceTagged
 //   between TEXT        prints through the C stream before and after a trace line
 //   lines COUNT         readConsoleLine COUNT times, each line printed in brackets, then what is left of the
@@ -53,6 +54,11 @@ int main(int argc, char **argv)
 
     if (std::strcmp(verb, "trace") == 0) {
         runtime.writeTrace(text);
+    } else if (std::strcmp(verb, "units") == 0) {
+        QString units;
+        for (int i = 2; i < argc; ++i)
+            units += QChar(static_cast<ushort>(std::strtoul(argv[i], nullptr, 16)));
+        runtime.writeTrace(units);
     } else if (std::strcmp(verb, "tagged") == 0) {
         runtime.writeTraceTagged(std::atoi(word), text);
     } else if (std::strcmp(verb, "between") == 0) {
