@@ -125,6 +125,7 @@ void PlatformTest::hostName_data()
     row("two dots", "a.b.c\n", u"a"_s, u"A"_s, u"A"_s);
     row("every hyphen", "-a-b--c-\n", u"-a-b--c-"_s, u"-A-B--C-"_s, u"_A_B__C_"_s);
     row("underscores and other signs stay", "a_b+c\n", u"a_b+c"_s, u"A_B+C"_s, u"A_B+C"_s);
+    row("in pieces", "pieces", u"alpha"_s, u"ALPHA"_s, u"ALPHA"_s);
     row("error output alone", "error", u""_s, u""_s, u""_s);
 #ifndef Q_OS_WIN
     row("kanji", "漢字-ｶ\n", u"漢字-ｶ"_s, u"漢字-ｶ"_s, u"漢字_ｶ"_s);

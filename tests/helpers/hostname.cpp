@@ -19,6 +19,12 @@ int main()
         while (std::fwrite(block.data(), 1, block.size(), stdout) == block.size()) { }
     } else if (text == "megabyte") {
         std::fputs((std::string(1'000'000, 'x') + ".domain\nsecond line\n").c_str(), stdout);
+    } else if (text == "pieces") {
+        for (const char *piece : {"al", "pha", "\n", "be", "ta\n"}) {
+            std::fputs(piece, stdout);
+            std::fflush(stdout);
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
     } else if (text == "error") {
         std::fputs("no-name\n", stderr);
         return 1;
