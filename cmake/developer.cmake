@@ -1,11 +1,12 @@
 # What only those who work on this project build: tests and benchmarks.
 option(APPRUNTIME_TESTS "Build the tests" ON)
+option(APPRUNTIME_BOTH_LETTERS "Test the rules of Windows beside this system's own" ON)
 option(APPRUNTIME_BENCHMARKS "Build the benchmarks where Google Benchmark is installed" ON)
 
 if(APPRUNTIME_TESTS)
     include(CTest)
     # The rules of the other system are tested here too, on a library and a launcher of their own.
-    if(NOT APPRUNTIME_LETTER STREQUAL "W")
+    if(APPRUNTIME_BOTH_LETTERS AND NOT APPRUNTIME_LETTER STREQUAL "W")
         appruntime_add_library(runtime_w W)
         appruntime_add_launcher(launcher_w runtime_w)
         set_target_properties(

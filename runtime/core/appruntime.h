@@ -5,7 +5,9 @@
 #include <runtime/fields/scancursor.h>
 #include <runtime/files/versioninfo.h>
 
+#include <QByteArray>
 #include <QChar>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QStringView>
@@ -19,14 +21,14 @@ class QDateTime;
 // Contents, in the order of the class. Each topic names the file its members are defined in.
 //
 //   Core
-//    1. Construction, lists and characters      (core/appruntime.cpp)
-//    2. Trace and console                       (core/trace.cpp)
-//    3. Platform and environment                (core/platform.cpp, core/environment_*.cpp)
-//    4. Running programs                        (core/process.cpp)
-//    5. File system                             (core/filesystem.cpp, core/drives_*.cpp)
-//   Strings
-//    6. Value-in-list checks                    (strings/valuechecks.cpp)
-//   Fields                                      (the data members, in one table at the end)
+//    1. Construction, lists and characters       (core/appruntime.cpp)
+//    2. Trace and console                        (core/trace.cpp)
+//    3. Platform and environment                 (core/platform.cpp, core/environment_*.cpp)
+//    4. Running programs                         (core/process.cpp)
+//    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
+//   Strings and values
+//    6. Value-in-list checks                     (strings/valuechecks.cpp)
+//   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
 /// programs of the family share.
@@ -230,12 +232,6 @@ public:
     int setCurrentPath(const QString &path);
 
     /// @}
-    // MERGE: files
-
-    // MERGE: fields
-
-    // MERGE: strings before value checks
-
     // ---------------------------------------------------------------------------------------------------
     /// \name Value-in-list checks
     /// strings/valuechecks.cpp. Is a value one of a short list, of 1 to 9 alternatives? Texts are equal when
@@ -282,8 +278,6 @@ public:
 
     /// @}
 
-    // MERGE: strings after value checks
-
 private:
     bool isOneOf(QStringView value, std::initializer_list<QStringView> alternatives);
 
@@ -305,7 +299,7 @@ public:
     QString pathSeparator{};     ///< `\` on 'W', else `/`; from setupPlatform().
     QString deleteCommand{};     ///< Shell word: `DEL` on 'W', else `RM`; from setupPlatform().
     QString checkMessage{};      ///< Words of the last failed value check; written by checkIn().
-    bool convertOk{false};       ///< Whether the last validating conversion of a number succeeded.
+    bool convertOk{false};       ///< Whether the last validInt() or validDouble() accepted its text.
     qint32 spareInt1{0};
     QString fontName1{QStringLiteral("MS Gothic")}; ///< Name of a font face.
     QString fontName2{QStringLiteral("MS Gothic")}; ///< Name of a font face.

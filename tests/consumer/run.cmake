@@ -1,19 +1,27 @@
-# Builds the consumer and runs its test: cmake -DKIND=tree|package -DSHARED=ON|OFF -DBUILD=... -DSOURCE=... -DWORK=...
+# Builds the consumer and runs its test:
 #
-# For the package the runtime is built and installed anew, into a folder that is then moved: the package must not
-# remember where it was.
+#     cmake -DKIND=tree|package -DSHARED=ON|OFF -DSOURCE=... -DBUILD=... -DWORK=... -P run.cmake
+#
+# The package is installed from the build folder BUILD, or for a shared library from one of its own, and then
+# moved: it must not remember where it was.
 function(run)
     execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-file(REMOVE_RECURSE "${WORK}")
-set(common -G Ninja -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=${FLAGS}" -DBUILD_SHARED_LIBS=${SHARED})
+set(common -G Ninja "-DCMAKE_CXX_FLAGS=${FLAGS}" -DBUILD_SHARED_LIBS=${SHARED})
 if(KIND STREQUAL "tree")
     set(options "-DRUNTIME_TREE=${SOURCE}")
 else()
-    run("${CMAKE_COMMAND}" -S "${SOURCE}" -B "${WORK}/runtime" ${common} -DAPPRUNTIME_TESTS=OFF -DAPPRUNTIME_BENCHMARKS=OFF)
-    run("${CMAKE_COMMAND}" --build "${WORK}/runtime")
-    run("${CMAKE_COMMAND}" --install "${WORK}/runtime" --prefix "${WORK}/first")
+    if(SHARED)
+        set(BUILD "${WORK}/runtime")
+        run(
+            "${CMAKE_COMMAND}" -S "${SOURCE}" -B "${BUILD}" ${common} -DCMAKE_BUILD_TYPE=Debug
+            -DAPPRUNTIME_TESTS=OFF -DAPPRUNTIME_BENCHMARKS=OFF -DAPPRUNTIME_EXAMPLES=OFF
+        )
+        run("${CMAKE_COMMAND}" --build "${BUILD}")
+    endif()
+    file(REMOVE_RECURSE "${WORK}/first" "${WORK}/moved")
+    run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${WORK}/first")
     file(RENAME "${WORK}/first" "${WORK}/moved")
     set(options "-DCMAKE_PREFIX_PATH=${WORK}/moved")
 endif()
