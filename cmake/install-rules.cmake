@@ -14,7 +14,11 @@ install(
 )
 
 # What a program includes, in the folders it has in the tree, so that one line works for both.
-foreach(header IN ITEMS core/appruntime.h fields/scancursor.h files/versioninfo.h)
+foreach(header IN ITEMS
+        core/appruntime.h
+        fields/scancursor.h
+        files/versioninfo.h
+)
     get_filename_component(folder "${header}" DIRECTORY)
     install(
         FILES "${PROJECT_SOURCE_DIR}/runtime/${header}"

@@ -28,6 +28,7 @@ class QDateTime;
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Strings and values
 //    6. Value-in-list checks                     (strings/valuechecks.cpp)
+//    7. Numeric text checks                      (strings/numericchecks.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -275,6 +276,51 @@ public:
     {
         return ((value == static_cast<qint32>(alternatives)) || ...);
     }
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Numeric text checks
+    /// strings/numericchecks.cpp. Texts to numbers by the rules of the C locale: an optional sign, then ASCII
+    /// digits, without group separators; ASCII white space may stand before and behind.
+    /// @{
+
+    /// The whole number that the text stands for in base 10. `toInt(u"+012 "_s)` is 12.
+    ///
+    /// 0 for the empty text, for a text that is no whole number, and for one below -2147483648 or above
+    /// 2147483647. No field is touched.
+    [[nodiscard]] int toInt(const QString &text) const;
+
+    /// The same in a base from 2 to 36; letters of either case are the digits from 10 on. Base 16 takes a
+    /// leading `0x`. Base 0 goes by the text: 16 after `0x`, 8 after `0`, else 10.
+    ///
+    /// 0 in every other base.
+    [[nodiscard]] int toIntBase(const QString &text, int base) const;
+
+    /// The whole number that the text stands for, checked by a rule for its sign: `-` takes every number, `0`
+    /// those above zero, and `+`, like every other character, those from zero on. The empty text is 0.
+    ///
+    /// Sets convertOk to whether the text passed. Leaves checkMessage set, but for the empty text. lastError
+    /// is set only when `report` is 1. `validInt(u"-5"_s, u'+', 7, 1)` is -5, with convertOk false.
+    ///
+    /// On failure returns `defaultValue` and sets lastError to `not numeric "TEXT"` when the text is no whole
+    /// number of 32 bits; returns the negative number itself and sets lastError to `not plus "TEXT"`; returns
+    /// 0 and sets lastError to `bad zero "TEXT"`.
+    int validInt(const QString &text, QChar rule, int defaultValue, int report);
+
+    /// The decimal number that the text stands for: digits with a point and an exponent, `inf` or `nan`. Only
+    /// the rule `+` checks the sign: it refuses what is below zero, which -0 is not. The empty text is 0 by
+    /// every rule.
+    ///
+    /// Sets convertOk to whether the text passed. Leaves checkMessage set, but for the empty text. lastError
+    /// is set only when `report` is 1. `validDouble(u"-5"_s, u'+', 7.5, 1)` is 7.5, with convertOk false.
+    ///
+    /// On failure returns `defaultValue` and sets lastError to `not numeric "TEXT"`, also for a number beyond
+    /// the range of a double, or to `not plus "TEXT"`.
+    double validDouble(const QString &text, QChar rule, double defaultValue, int report);
+
+    /// The value of a hexadecimal digit of either case, 0 to 15; -1 for every other character. No field is
+    /// touched.
+    [[nodiscard]] int hexDigitValue(QChar character) const;
 
     /// @}
 
