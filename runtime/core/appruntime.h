@@ -27,8 +27,9 @@ class QDateTime;
 //    4. Running programs                         (core/process.cpp)
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Strings and values
-//    6. Value-in-list checks                     (strings/valuechecks.cpp)
-//    7. Numeric text checks                      (strings/numericchecks.cpp)
+//    6. Kinds, classes and widths of characters  (strings/characters.cpp)
+//    7. Value-in-list checks                     (strings/valuechecks.cpp)
+//    8. Numeric text checks                      (strings/numericchecks.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -231,6 +232,49 @@ public:
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
     /// alone.
     int setCurrentPath(const QString &path);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Kinds, classes and widths of characters
+    /// strings/characters.cpp. A character is one UTF-16 code unit here. Its class is the value of one of the
+    /// six `charClass` fields, read at every call; a program may set them, also two to one value. A negative
+    /// position counts as 0. No field is touched.
+    /// @{
+
+    /// Whether the character is an upper-case letter, a lower-case letter or a decimal digit by its Unicode
+    /// category: `Ä` is upper case, and U+FF11 a digit. False for a surrogate.
+    [[nodiscard]] bool isUpper(QChar character) const;
+    [[nodiscard]] bool isLower(QChar character) const;
+    [[nodiscard]] bool isDigit(QChar character) const;
+
+    /// Whether the character is a letter of any script, kana and kanji included. False for a surrogate.
+    [[nodiscard]] bool isLetter(QChar character) const;
+
+    /// The character in the other case, or itself when that takes none or more than one.
+    [[nodiscard]] QChar charUpper(QChar character) const;
+    [[nodiscard]] QChar charLower(QChar character) const;
+
+    /// The class of the character, one of five: the value of charClassLowSurrogate, charClassHighSurrogate,
+    /// charClassHalfKana, charClassNarrow or charClassWide.
+    [[nodiscard]] int charClass(QChar character) const;
+
+    /// The class of the code unit at `pos`; charClassNarrow from the end of the text on.
+    [[nodiscard]] int charClassAt(const QString &text, int pos) const;
+
+    /// The display columns of the class of the character: 0 for a low surrogate, 2 for a high one, 1 for
+    /// half-width katakana and narrow, 2 for wide. Where two of the fields have one value, the first in that
+    /// order decides.
+    [[nodiscard]] int charDisplayWidth(QChar character) const;
+
+    /// The code units of the character that starts at `pos`: 2 where the class is charClassHighSurrogate,
+    /// also when nothing follows; else 1 and one for each code unit of charClassNone right behind it, of
+    /// which there are none as long as no other field has that value. From the end of the text on the class
+    /// is charClassNarrow, and nothing follows.
+    [[nodiscard]] int charUnitsAt(const QString &text, int pos) const;
+
+    /// Whether the code unit at `pos` belongs to the character before it: its class is charClassLowSurrogate
+    /// or charClassNone. False from the end of the text on.
+    [[nodiscard]] bool isTrailAt(const QString &text, int pos) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
