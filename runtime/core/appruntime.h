@@ -27,9 +27,10 @@ class QDateTime;
 //    4. Running programs                         (core/process.cpp)
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Strings and values
-//    6. Kinds, classes and widths of characters  (strings/characters.cpp)
-//    7. Value-in-list checks                     (strings/valuechecks.cpp)
-//    8. Numeric text checks                      (strings/numericchecks.cpp)
+//    6. Blanks, case and replacing               (strings/shaping.cpp)
+//    7. Kinds, classes and widths of characters  (strings/characters.cpp)
+//    8. Value-in-list checks                     (strings/valuechecks.cpp)
+//    9. Numeric text checks                      (strings/numericchecks.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -232,6 +233,42 @@ public:
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
     /// alone.
     int setCurrentPath(const QString &path);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Blanks, case and replacing
+    /// strings/shaping.cpp. Each gives a new text and touches no field. Widths count UTF-16 code units, not
+    /// display columns.
+    /// @{
+
+    /// The text without the white space at both ends: blanks, tabs, line ends, the ideographic space U+3000
+    /// and all else that QChar::isSpace() knows.
+    [[nodiscard]] QString trimmed(const QString &text) const;
+
+    /// The text without what leads it at or below U+0020: blanks and control characters, and no other white
+    /// space.
+    [[nodiscard]] QString trimLeft(const QString &text) const;
+
+    /// The text without what trails it at or below U+0020.
+    [[nodiscard]] QString trimRight(const QString &text) const;
+
+    /// The text with as many `fill`, or blanks, in front as bring it to `width`; a text of that length or
+    /// longer stays as it is. `padLeft(u"7"_s, 3, u'0')` is `007`.
+    [[nodiscard]] QString padLeft(const QString &text, int width, QChar fill) const;
+    [[nodiscard]] QString padLeft(const QString &text, int width) const;
+
+    /// The same with the fill behind the text.
+    [[nodiscard]] QString padRight(const QString &text, int width, QChar fill) const;
+    [[nodiscard]] QString padRight(const QString &text, int width) const;
+
+    /// The text in upper or lower case by Unicode's rules, which may make it longer: `ß` becomes `SS`.
+    [[nodiscard]] QString toUpper(const QString &text) const;
+    [[nodiscard]] QString toLower(const QString &text) const;
+
+    /// The text with every `before` replaced, from left to right and without overlap; case counts. What was
+    /// put in is not searched again. An empty `before` stands in front of every code unit and at the end.
+    [[nodiscard]] QString replace(const QString &text, QChar before, QChar after) const;
+    [[nodiscard]] QString replace(const QString &text, const QString &before, const QString &after) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
