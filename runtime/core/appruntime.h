@@ -27,10 +27,11 @@ class QDateTime;
 //    4. Running programs                         (core/process.cpp)
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Strings and values
-//    6. Blanks, case and replacing               (strings/shaping.cpp)
-//    7. Kinds, classes and widths of characters  (strings/characters.cpp)
-//    8. Value-in-list checks                     (strings/valuechecks.cpp)
-//    9. Numeric text checks                      (strings/numericchecks.cpp)
+//    6. Substrings                               (strings/substrings.cpp)
+//    7. Blanks, case and replacing               (strings/shaping.cpp)
+//    8. Kinds, classes and widths of characters  (strings/characters.cpp)
+//    9. Value-in-list checks                     (strings/valuechecks.cpp)
+//   10. Numeric text checks                      (strings/numericchecks.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -233,6 +234,45 @@ public:
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
     /// alone.
     int setCurrentPath(const QString &path);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Substrings
+    /// strings/substrings.cpp. Positions and lengths count UTF-16 code units; a negative one counts as 0, and
+    /// a surrogate pair may be cut in half. Read their arguments only.
+    /// @{
+
+    /// Makes `target` the UTF-8 text; the empty text for a null pointer.
+    void setText(QString &target, const char *text) const;
+
+    /// The `len` code units from `pos` on, or as many as there are; empty from the end of the text on.
+    /// `mid(u"ABCDE"_s, 3, 10)` is `DE`. A C string is decoded from UTF-8 first, and a null pointer is empty.
+    [[nodiscard]] QString mid(const QString &text, int pos, int len) const;
+    [[nodiscard]] QString mid(const char *text, int pos, int len) const;
+
+    /// Everything from `pos` on; empty from the end of the text on.
+    [[nodiscard]] QString midFrom(const QString &text, int pos) const;
+
+    /// The number of code units.
+    [[nodiscard]] int length(const QString &text) const;
+
+    /// The code unit at `pos`; a blank from the end of the text on.
+    [[nodiscard]] QChar charAt(const QString &text, int pos) const;
+
+    /// The code unit as a number, 0 to 65535.
+    [[nodiscard]] int charCode(QChar character) const;
+
+    /// The text made of this one character.
+    [[nodiscard]] QString charText(QChar character) const;
+
+    /// The text of the first `count` characters, NUL characters included; empty when `count` is below 1.
+    [[nodiscard]] QString fromChars(const QChar *chars, int count) const;
+
+    /// The text that the UTF-8 bytes stand for, with U+FFFD for what is no UTF-8.
+    [[nodiscard]] QString fromUtf8(const QByteArray &bytes) const;
+
+    /// The text as UTF-8 bytes, with `?` for a surrogate that is not one of a pair.
+    [[nodiscard]] QByteArray toUtf8(const QString &text) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+
+void AppRuntime::setText(QString &target, const char *text) const
+{
+    target = QString::fromUtf8(text);
+}
+
+QString AppRuntime::mid(const QString &text, int pos, int len) const
+{
+    return text.mid(qMax(pos, 0), qMax(len, 0)); // an own clamp: -1 is "all that follows" there
+}
+
+QString AppRuntime::mid(const char *text, int pos, int len) const
+{
+    return mid(QString::fromUtf8(text), pos, len);
+}
+
+QString AppRuntime::midFrom(const QString &text, int pos) const
+{
+    return text.mid(qMax(pos, 0));
+}
+
+int AppRuntime::length(const QString &text) const
+{
+    return static_cast<int>(text.size());
+}
+
+QChar AppRuntime::charAt(const QString &text, int pos) const
+{
+    const int from = qMax(pos, 0);
+    return from < text.size() ? text[from] : QChar(u' ');
+}
+
+int AppRuntime::charCode(QChar character) const
+{
+    return character.unicode();
+}
+
+QString AppRuntime::charText(QChar character) const
+{
+    return QString(character);
+}
+
+QString AppRuntime::fromChars(const QChar *chars, int count) const
+{
+    return QString(chars, qMax(count, 0)); // a negative size would look for a NUL character
+}
+
+QString AppRuntime::fromUtf8(const QByteArray &bytes) const
+{
+    return QString::fromUtf8(bytes);
+}
+
+QByteArray AppRuntime::toUtf8(const QString &text) const
+{
+    return text.toUtf8();
+}
