@@ -28,10 +28,11 @@ class QDateTime;
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Strings and values
 //    6. Substrings                               (strings/substrings.cpp)
-//    7. Blanks, case and replacing               (strings/shaping.cpp)
-//    8. Kinds, classes and widths of characters  (strings/characters.cpp)
-//    9. Value-in-list checks                     (strings/valuechecks.cpp)
-//   10. Numeric text checks                      (strings/numericchecks.cpp)
+//    7. Searching                                (strings/searching.cpp)
+//    8. Blanks, case and replacing               (strings/shaping.cpp)
+//    9. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   10. Value-in-list checks                     (strings/valuechecks.cpp)
+//   11. Numeric text checks                      (strings/numericchecks.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -273,6 +274,45 @@ public:
 
     /// The text as UTF-8 bytes, with `?` for a surrogate that is not one of a pair.
     [[nodiscard]] QByteArray toUtf8(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Searching
+    /// strings/searching.cpp. Every search tells case and compares code units. Results are positions in code
+    /// units from 0, or -1 when there is nothing. No field is touched.
+    /// @{
+
+    /// The first occurrence at or after `from`; -1 from the end of the text on, but an empty `sub` is found
+    /// at `from` itself, the end included. What a negative `from` finds is what QString finds.
+    [[nodiscard]] int indexOf(const QString &text, const QString &sub, int from) const;
+    [[nodiscard]] int indexOf(const QString &text, QChar character, int from) const;
+
+    /// The first occurrence in the whole text; 0 for an empty `sub`.
+    [[nodiscard]] int find(const QString &text, const QString &sub) const;
+    [[nodiscard]] int findChar(const QString &text, QChar character) const;
+
+    /// Whether the character occurs in the text.
+    [[nodiscard]] bool containsChar(QChar character, const QString &text) const;
+
+    /// The last occurrence in the whole text; the length of the text for an empty `sub`.
+    [[nodiscard]] int lastIndexOf(const QString &text, const QString &sub) const;
+    [[nodiscard]] int lastIndexOf(const QString &text, QChar character) const;
+
+    /// The last occurrence that starts at or before `from`. Past the end of the text a `sub` of two code
+    /// units or more, or of none, is not found, and a single one like from the last unit on. What a negative
+    /// `from` finds is what QString finds: -1 is the last code unit.
+    [[nodiscard]] int lastIndexOf(const QString &text, const QString &sub, int from) const;
+    [[nodiscard]] int lastIndexOf(const QString &text, QChar character, int from) const;
+
+    /// The first position at or after `from` where any character of `chars` stands; a negative `from` counts
+    /// as 0. `indexOfAny(u"2024-01/02"_s, u"/-"_s, 0)` is 4.
+    [[nodiscard]] int indexOfAny(const QString &text, const QString &chars, int from) const;
+    [[nodiscard]] int indexOfAny(const QString &text, const QString &chars) const;
+
+    /// Whether the text starts or ends with `sub`, which every text does with an empty one; but a null text
+    /// starts with no empty text that is not null itself, as in QString.
+    [[nodiscard]] bool startsWith(const QString &text, const QString &sub) const;
+    [[nodiscard]] bool endsWith(const QString &text, const QString &sub) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
