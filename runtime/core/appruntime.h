@@ -30,9 +30,10 @@ class QDateTime;
 //    6. Substrings                               (strings/substrings.cpp)
 //    7. Searching                                (strings/searching.cpp)
 //    8. Blanks, case and replacing               (strings/shaping.cpp)
-//    9. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   10. Value-in-list checks                     (strings/valuechecks.cpp)
-//   11. Numeric text checks                      (strings/numericchecks.cpp)
+//    9. Numbers as texts                         (strings/numbertext.cpp)
+//   10. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   11. Value-in-list checks                     (strings/valuechecks.cpp)
+//   12. Numeric text checks                      (strings/numericchecks.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -349,6 +350,27 @@ public:
     /// put in is not searched again. An empty `before` stands in front of every code unit and at the end.
     [[nodiscard]] QString replace(const QString &text, QChar before, QChar after) const;
     [[nodiscard]] QString replace(const QString &text, const QString &before, const QString &after) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Numbers as texts
+    /// strings/numbertext.cpp. ASCII digits, no group separators, whatever the locale. No field is touched.
+    /// @{
+
+    /// The number in base 10, with `-` in front when it is negative.
+    [[nodiscard]] QString intText(int value) const;
+    [[nodiscard]] QString number(int value) const;
+
+    /// The number with up to 6 significant digits, in the shorter of plain and exponent notation: `0.3` for
+    /// 0.1 + 0.2, `1e+07` for ten million. `inf`, `-inf` and `nan` for what is no number.
+    [[nodiscard]] QString number(double value) const;
+
+    /// The number with as many `0` in front as bring it to `width` code units; a longer one stays as it is.
+    /// A sign counts and stays where it was: -5 to width 3 is `0-5`.
+    [[nodiscard]] QString zeroPadded(int value, int width) const;
+
+    /// The value of an ASCII digit; 0 for every other character.
+    [[nodiscard]] int digitValue(QChar character) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
