@@ -32,8 +32,9 @@ class QDateTime;
 //    8. Blanks, case and replacing               (strings/shaping.cpp)
 //    9. Numbers as texts                         (strings/numbertext.cpp)
 //   10. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   11. Value-in-list checks                     (strings/valuechecks.cpp)
-//   12. Numeric text checks                      (strings/numericchecks.cpp)
+//   11. Clearing lists, constants                (strings/lists.cpp)
+//   12. Value-in-list checks                     (strings/valuechecks.cpp)
+//   13. Numeric text checks                      (strings/numericchecks.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -414,6 +415,23 @@ public:
     /// Whether the code unit at `pos` belongs to the character before it: its class is charClassLowSurrogate
     /// or charClassNone. False from the end of the text on.
     [[nodiscard]] bool isTrailAt(const QString &text, int pos) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Clearing lists, constants
+    /// strings/lists.cpp. No field is touched.
+    /// @{
+
+    /// Empties the list and keeps its capacity. An empty list is left alone; elements that are shared with a
+    /// copy of the list stay in the copy.
+    void clear(QList<quint8> &list) const;
+    void clear(QList<QChar> &list) const;
+    void clear(QList<qint32> &list) const;
+    void clear(QList<quint32> &list) const;
+    void clear(QStringList &list) const;
+
+    /// The largest whole number of 32 bits, 2147483647.
+    [[nodiscard]] int maxInt() const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
