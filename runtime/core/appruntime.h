@@ -35,6 +35,7 @@ class QDateTime;
 //   11. Clearing lists, constants                (strings/lists.cpp)
 //   12. Value-in-list checks                     (strings/valuechecks.cpp)
 //   13. Numeric text checks                      (strings/numericchecks.cpp)
+//   14. Placeholder codes                        (strings/placeholders.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -522,6 +523,23 @@ public:
     /// The value of a hexadecimal digit of either case, 0 to 15; -1 for every other character. No field is
     /// touched.
     [[nodiscard]] int hexDigitValue(QChar character) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Placeholder codes
+    /// strings/placeholders.cpp. A text without the characters that command interpreters treat specially, and
+    /// back again. Each is written as `#` and a capital: `#` as `#C`, the double quote as `#Q`, `%` as `#P`,
+    /// `!` as `#E`, the back-quote as `#A`, the backslash as `#Y`, `$` as `#D` and the blank as `#S`. No
+    /// field is touched.
+    /// @{
+
+    /// The text with each of the eight characters replaced by its code: `a b#` gives `a#Sb#C`.
+    /// decodePlaceholders() gives the text back, whatever it holds.
+    [[nodiscard]] QString encodePlaceholders(const QString &text) const;
+
+    /// The text with each code replaced by its character, once: `#CS` gives `#S`. A `#` with anything else
+    /// behind it stays, and so does a last one: `#s#` is returned as it is.
+    [[nodiscard]] QString decodePlaceholders(const QString &text) const;
 
     /// @}
 
