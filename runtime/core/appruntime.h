@@ -36,6 +36,7 @@ class QDateTime;
 //   12. Value-in-list checks                     (strings/valuechecks.cpp)
 //   13. Numeric text checks                      (strings/numericchecks.cpp)
 //   14. Placeholder codes                        (strings/placeholders.cpp)
+//   15. Check characters                         (strings/checkcharacters.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -540,6 +541,33 @@ public:
     /// The text with each code replaced by its character, once: `#CS` gives `#S`. A `#` with anything else
     /// behind it stays, and so does a last one: `#s#` is returned as it is.
     [[nodiscard]] QString decodePlaceholders(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Check characters
+    /// strings/checkcharacters.cpp. The character printed or keyed behind a code, as a text of that one
+    /// character. No field is touched.
+    /// @{
+
+    /// The modulus-43 check character of a Code 39 bar code: `CODE39` gives `W`, the empty code `0`.
+    /// Characters count as their upper case, QChar::toUpper(), does.
+    ///
+    /// The empty text when one is not among `0` to `9`, `A` to `Z`, the blank and `-.$/+%`; the start and
+    /// stop character `*` is not.
+    [[nodiscard]] QString code39CheckChar(const QString &code) const;
+
+    /// The modulus-11 digit with the weights 2 to 7 from the right, over and over: `12345` gives `5`, the
+    /// empty code `0`. A check value of 10 or 11 gives `0`.
+    ///
+    /// No character is refused. A code unit counts the low four bits of its value, or the low three where
+    /// that would be above 9: `A` counts 1, `Z` counts 2, a blank 0.
+    [[nodiscard]] QString mod11CheckDigit(const QString &code) const;
+
+    /// The modulus-10 digit of EAN and JAN article numbers, with the weights 3 and 1 from the right:
+    /// `490123456789` gives `4`. The empty text for an empty code.
+    ///
+    /// What is no digit `0` to `9` counts nothing but keeps its place: `1-3` gives `8`, `13` gives `0`.
+    [[nodiscard]] QString mod10CheckDigit(const QString &code) const;
 
     /// @}
 
