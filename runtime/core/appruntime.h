@@ -36,7 +36,8 @@ class QDateTime;
 //   12. Value-in-list checks                     (strings/valuechecks.cpp)
 //   13. Numeric text checks                      (strings/numericchecks.cpp)
 //   14. Placeholder codes                        (strings/placeholders.cpp)
-//   15. Check characters                         (strings/checkcharacters.cpp)
+//   15. Masked display                           (strings/masking.cpp)
+//   16. Check characters                         (strings/checkcharacters.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -541,6 +542,19 @@ public:
     /// The text with each code replaced by its character, once: `#CS` gives `#S`. A `#` with anything else
     /// behind it stays, and so does a last one: `#s#` is returned as it is.
     [[nodiscard]] QString decodePlaceholders(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Masked display
+    /// strings/masking.cpp. Reads the classes of characters, the fields `charClass...`; writes no field.
+    /// @{
+
+    /// What a secret field shows. With mode `*` and with mode `#` alike: the trimmed() text with `*` for each
+    /// narrow character and half-width katakana, `＊` (U+FF0A) for each wide character and high surrogate,
+    /// and nothing for a low surrogate. ` 漢字ab` gives `＊＊**`.
+    ///
+    /// Any other mode returns the text as it is, white space included.
+    [[nodiscard]] QString maskText(QChar mode, QString text) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
