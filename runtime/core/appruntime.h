@@ -38,6 +38,7 @@ class QDateTime;
 //   14. Placeholder codes                        (strings/placeholders.cpp)
 //   15. Masked display                           (strings/masking.cpp)
 //   16. Check characters                         (strings/checkcharacters.cpp)
+//   17. Display width                            (strings/displaywidth.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -582,6 +583,41 @@ public:
     ///
     /// What is no digit `0` to `9` counts nothing but keeps its place: `1-3` gives `8`, `13` gives `0`.
     [[nodiscard]] QString mod10CheckDigit(const QString &code) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Display width
+    /// strings/displaywidth.cpp. Columns on a fixed-pitch display: 1 for U+0000 to U+007F and for half-width
+    /// katakana (U+FF66 to U+FF9F), 2 for every other character. A high surrogate takes the unit behind it
+    /// along, whatever that is, for 2 columns; a low surrogate on its own has none. These ranges stand
+    /// whatever the fields `charClass...` hold; a member that reads the fields says so. None is written.
+    /// @{
+
+    /// The columns of the text: `A漢ｱ` has 4. At most maxInt().
+    [[nodiscard]] int displayWidth(const QString &text) const;
+
+    /// The columns of the first `units` code units, of all when there are fewer; a character that starts
+    /// among them counts whole: `漢字` with 1 has 2. 0 when `units` is not above 0.
+    [[nodiscard]] int displayWidthOf(const QString &text, int units) const;
+
+    /// How many code units it takes to fill `columns`, at most the length of the text; 0 when `columns` is
+    /// not above 0. A wide character that starts in the last column is taken in whole: `A漢B` with 2 gives 2
+    /// units, which have 3 columns.
+    ///
+    /// Units whose charClass() is `charClassNone`, none by default, are taken in with the character they
+    /// follow, unless that is a high surrogate with its unit, for no columns of their own.
+    [[nodiscard]] int unitsForWidth(const QString &text, int columns) const;
+
+    /// Whether the limit of unitsForWidth() falls into a wide character with something behind it: true for
+    /// `A漢B` with 2; false for `A漢` with 2, for `AB漢` with 2, and for negative columns.
+    [[nodiscard]] bool splitsWideChar(const QString &text, int columns) const;
+
+    /// The number of characters, by charClass(): a surrogate of either half counts 1 together with the unit
+    /// behind it, every other unit 1. `A𠮷B` has 3.
+    ///
+    /// Where a program gives another class the value of `charClassNone`, a run of such units counts 1
+    /// together with the unit behind the run, or with the end of the text.
+    [[nodiscard]] int characterCount(const QString &text) const;
 
     /// @}
 
