@@ -39,6 +39,7 @@ class QDateTime;
 //   15. Masked display                           (strings/masking.cpp)
 //   16. Check characters                         (strings/checkcharacters.cpp)
 //   17. Display width                            (strings/displaywidth.cpp)
+//   18. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -618,6 +619,32 @@ public:
     /// Where a program gives another class the value of `charClassNone`, a run of such units counts 1
     /// together with the unit behind the run, or with the end of the text.
     [[nodiscard]] int characterCount(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Date normalisation
+    /// strings/datenormalisation.cpp. Any text becomes a date or moment that exists (Gregorian calendar), by
+    /// clamping digit by digit; nothing is refused or reported, and no field is touched. The digits `0` to
+    /// `9` count at the place where they stand; any other character, and what is missing, is a 0; what
+    /// follows the last place is ignored.
+    ///
+    /// A month's tens digit is at most 1, its units digit then at most 2 (`13` gives `12`, `30` gives `10`);
+    /// month and day `00` give `01`. A day with a tens digit above 2 becomes 30 when its units digit is 0
+    /// and the last day of the month otherwise, in February always the last; February 29 becomes 28 outside
+    /// leap years.
+    /// @{
+
+    /// The date in eight digits, `YYYYMMDD`. Year 0 becomes 1; with `minYearFlag` 1 (no other value counts)
+    /// all years below 1753 become 1753. `20240231` gives `20240229`, the empty text `00010101`, and
+    /// `2024/12/31`, whose digits are not in their places, `20240120`.
+    [[nodiscard]] QString normalizeDate(const QString &text, int minYearFlag) const;
+
+    /// The moment in seventeen digits, `YYYYMMDDHHMMSSmmm`; the date as with `minYearFlag` 1.
+    ///
+    /// The hour's tens digit is at most 2, its units digit then at most 3 (`24` gives `23`, `30` gives `20`);
+    /// the tens digits of minute and second are at most 5 (`75` gives `55`). 23:59:59.999 becomes
+    /// 23:59:59.998, the latest moment there is. The empty text gives `17530101000000000`.
+    [[nodiscard]] QString normalizeDateTime(const QString &text) const;
 
     /// @}
 
