@@ -26,20 +26,22 @@ class QDateTime;
 //    3. Platform and environment                 (core/platform.cpp, core/environment_*.cpp)
 //    4. Running programs                         (core/process.cpp)
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
+//   Files and records
+//    6. Digit grouping                           (files/digitgrouping.cpp)
 //   Strings and values
-//    6. Substrings                               (strings/substrings.cpp)
-//    7. Searching                                (strings/searching.cpp)
-//    8. Blanks, case and replacing               (strings/shaping.cpp)
-//    9. Numbers as texts                         (strings/numbertext.cpp)
-//   10. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   11. Clearing lists, constants                (strings/lists.cpp)
-//   12. Value-in-list checks                     (strings/valuechecks.cpp)
-//   13. Numeric text checks                      (strings/numericchecks.cpp)
-//   14. Placeholder codes                        (strings/placeholders.cpp)
-//   15. Masked display                           (strings/masking.cpp)
-//   16. Check characters                         (strings/checkcharacters.cpp)
-//   17. Display width                            (strings/displaywidth.cpp)
-//   18. Date normalisation                       (strings/datenormalisation.cpp)
+//    7. Substrings                               (strings/substrings.cpp)
+//    8. Searching                                (strings/searching.cpp)
+//    9. Blanks, case and replacing               (strings/shaping.cpp)
+//   10. Numbers as texts                         (strings/numbertext.cpp)
+//   11. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   12. Clearing lists, constants                (strings/lists.cpp)
+//   13. Value-in-list checks                     (strings/valuechecks.cpp)
+//   14. Numeric text checks                      (strings/numericchecks.cpp)
+//   15. Placeholder codes                        (strings/placeholders.cpp)
+//   16. Masked display                           (strings/masking.cpp)
+//   17. Check characters                         (strings/checkcharacters.cpp)
+//   18. Display width                            (strings/displaywidth.cpp)
+//   19. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -242,6 +244,20 @@ public:
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
     /// alone.
     int setCurrentPath(const QString &path);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Digit grouping
+    /// files/digitgrouping.cpp. Works on the text of a number, so that digits of any length keep their value.
+    /// No field is touched.
+    /// @{
+
+    /// The number with a comma between every three digits of its whole part: `-1234567.8912` gives
+    /// `-1,234,567.8912`.
+    ///
+    /// Give it digits with at most a minus sign in front and one point; nothing is checked. A character that
+    /// is none of these counts as a digit, also a comma that is there already: `1,234` gives `1,,234`.
+    [[nodiscard]] QString groupThousands(const QString &numberText) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+
+QString AppRuntime::groupThousands(const QString &numberText) const
+{
+    constexpr qsizetype groupSize = 3;
+    if (numberText.size() <= groupSize)
+        return numberText;
+
+    // The last point ends the whole part, the first one that is not in front ends the grouping: a text with
+    // several is no number, and what becomes of it is relied on like the rest.
+    const QChar *const begin = numberText.cbegin(), *const end = numberText.cend();
+    const QChar *lastPoint = *begin == u'.' ? begin : end, *groupedEnd = end;
+    for (const QChar *next = end - 1; next != begin; --next) {
+        if (*next == u'.') {
+            lastPoint = groupedEnd == end ? next : lastPoint;
+            groupedEnd = next;
+        }
+    }
+    const qsizetype wholeSize = lastPoint - begin - (*begin == u'-' ? 1 : 0);
+    if (wholeSize <= groupSize)
+        return numberText;
+
+    // Room for a whole part of digits; in an odd text a minus sign further on takes no part in the count.
+    QString result(numberText.size() + (wholeSize - 1) / groupSize, Qt::Uninitialized);
+    QChar *out = result.data();
+    qsizetype countdown = (wholeSize - 1) % groupSize + 1;
+    for (const QChar *next = begin; next != end; ++next) {
+        *out++ = *next;
+        if (next + 1 == groupedEnd) {
+            countdown = 0; // below 0 from here on: no comma after the last digit, and none behind the point
+        } else if (*next != u'-' && --countdown == 0) {
+            *out++ = u',';
+            countdown = groupSize;
+        }
+    }
+    if (out != result.cend())
+        result.truncate(out - result.cbegin());
+    return result;
+}
