@@ -27,21 +27,22 @@ class QDateTime;
 //    4. Running programs                         (core/process.cpp)
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Files and records
-//    6. Digit grouping                           (files/digitgrouping.cpp)
+//    6. Plain and quoted lists                   (files/textlists.cpp)
+//    7. Digit grouping                           (files/digitgrouping.cpp)
 //   Strings and values
-//    7. Substrings                               (strings/substrings.cpp)
-//    8. Searching                                (strings/searching.cpp)
-//    9. Blanks, case and replacing               (strings/shaping.cpp)
-//   10. Numbers as texts                         (strings/numbertext.cpp)
-//   11. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   12. Clearing lists, constants                (strings/lists.cpp)
-//   13. Value-in-list checks                     (strings/valuechecks.cpp)
-//   14. Numeric text checks                      (strings/numericchecks.cpp)
-//   15. Placeholder codes                        (strings/placeholders.cpp)
-//   16. Masked display                           (strings/masking.cpp)
-//   17. Check characters                         (strings/checkcharacters.cpp)
-//   18. Display width                            (strings/displaywidth.cpp)
-//   19. Date normalisation                       (strings/datenormalisation.cpp)
+//    8. Substrings                               (strings/substrings.cpp)
+//    9. Searching                                (strings/searching.cpp)
+//   10. Blanks, case and replacing               (strings/shaping.cpp)
+//   11. Numbers as texts                         (strings/numbertext.cpp)
+//   12. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   13. Clearing lists, constants                (strings/lists.cpp)
+//   14. Value-in-list checks                     (strings/valuechecks.cpp)
+//   15. Numeric text checks                      (strings/numericchecks.cpp)
+//   16. Placeholder codes                        (strings/placeholders.cpp)
+//   17. Masked display                           (strings/masking.cpp)
+//   18. Check characters                         (strings/checkcharacters.cpp)
+//   19. Display width                            (strings/displaywidth.cpp)
+//   20. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -244,6 +245,40 @@ public:
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
     /// alone.
     int setCurrentPath(const QString &path);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Plain and quoted lists
+    /// files/textlists.cpp. Lists written in one text, and changes to a list. The list that is filled or
+    /// changed comes first; a text given may be one of its elements. No field of the runtime is touched.
+    /// @{
+
+    /// The parts between the separators, none of them trimmed or left out: `a,,b` is `a`, the empty text and
+    /// `b`. The empty text is one empty part.
+    [[nodiscard]] QStringList splitByChar(const QString &text, QChar separator) const;
+
+    /// The same, as the new content of `list`, whose unshared texts are written over in place.
+    void splitByCharInto(QStringList &list, const QString &text, QChar separator) const;
+
+    /// Makes `list` the parts between the commas that do not stand in single quotes, quotes kept and nothing
+    /// trimmed: `'a,b',c` is `'a,b'` and `c`. Each quote opens or closes, and one never closed takes in the
+    /// rest of the text. The empty text is one empty part.
+    void splitQuotedList(QStringList &list, const QString &text) const;
+
+    /// Adds the value at the end and returns it.
+    QString appendToList(QStringList &list, const QString &value) const;
+
+    /// Makes `target` equal to `source`, which may be the same list.
+    void copyList(QStringList &target, const QStringList &source) const;
+
+    /// Puts the value before the element at `index`; at the end when `index` is negative or past the end.
+    void insertIntoList(QStringList &list, int index, const QString &value) const;
+
+    /// The keys of a list of assignments, with the commas between them: `a=1,b='x,y',c=3` gives `a,b,c`.
+    ///
+    /// A key reaches up to its `=` and may hold commas and quotes; a text without `=` comes back whole. A
+    /// value reaches up to the next comma outside single quotes, a quote never closed up to the end.
+    [[nodiscard]] QString assignmentKeys(const QString &text) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
