@@ -17,6 +17,7 @@ install(
 foreach(header IN ITEMS
         core/appruntime.h
         fields/scancursor.h
+        files/csvrecord.h
         files/versioninfo.h
 )
     get_filename_component(folder "${header}" DIRECTORY)

@@ -3,6 +3,7 @@
 
 #include <runtime/core/appruntime_export.h>
 #include <runtime/fields/scancursor.h>
+#include <runtime/files/csvrecord.h>
 #include <runtime/files/versioninfo.h>
 
 #include <QByteArray>
@@ -27,22 +28,23 @@ class QDateTime;
 //    4. Running programs                         (core/process.cpp)
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Files and records
-//    6. Plain and quoted lists                   (files/textlists.cpp)
-//    7. Digit grouping                           (files/digitgrouping.cpp)
+//    6. Records                                  (files/csvrecords.cpp)
+//    7. Plain and quoted lists                   (files/textlists.cpp)
+//    8. Digit grouping                           (files/digitgrouping.cpp)
 //   Strings and values
-//    8. Substrings                               (strings/substrings.cpp)
-//    9. Searching                                (strings/searching.cpp)
-//   10. Blanks, case and replacing               (strings/shaping.cpp)
-//   11. Numbers as texts                         (strings/numbertext.cpp)
-//   12. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   13. Clearing lists, constants                (strings/lists.cpp)
-//   14. Value-in-list checks                     (strings/valuechecks.cpp)
-//   15. Numeric text checks                      (strings/numericchecks.cpp)
-//   16. Placeholder codes                        (strings/placeholders.cpp)
-//   17. Masked display                           (strings/masking.cpp)
-//   18. Check characters                         (strings/checkcharacters.cpp)
-//   19. Display width                            (strings/displaywidth.cpp)
-//   20. Date normalisation                       (strings/datenormalisation.cpp)
+//    9. Substrings                               (strings/substrings.cpp)
+//   10. Searching                                (strings/searching.cpp)
+//   11. Blanks, case and replacing               (strings/shaping.cpp)
+//   12. Numbers as texts                         (strings/numbertext.cpp)
+//   13. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   14. Clearing lists, constants                (strings/lists.cpp)
+//   15. Value-in-list checks                     (strings/valuechecks.cpp)
+//   16. Numeric text checks                      (strings/numericchecks.cpp)
+//   17. Placeholder codes                        (strings/placeholders.cpp)
+//   18. Masked display                           (strings/masking.cpp)
+//   19. Check characters                         (strings/checkcharacters.cpp)
+//   20. Display width                            (strings/displaywidth.cpp)
+//   21. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -245,6 +247,38 @@ public:
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
     /// alone.
     int setCurrentPath(const QString &path);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Records
+    /// files/csvrecords.cpp. One line of a table to its fields, and a field to its form in the line. The kind
+    /// is comma-separated when isCsvKind() says so, else tab-separated. No field of the runtime is touched.
+    /// @{
+
+    /// Whether the upper-case form of `kind`, by Unicode, ends in `CSV`: `csv` and `MYCSV` do, `CSV2` and the
+    /// empty text do not.
+    [[nodiscard]] bool isCsvKind(const QString &kind) const;
+
+    /// Makes `fields` the fields of one line; the empty line is one empty field.
+    ///
+    /// - Tab-separated: every tab ends a field, and a field loses what trails it at or below U+0020.
+    /// - Comma-separated: a comma ends a field unless the double quotes before it in the line are odd in
+    ///   number. A field loses the Unicode white space at its ends, then one quote at each end if both are
+    ///   there, then one quote of every pair left, enclosed or not, and then what trails it at or below
+    ///   U+0020. A line that ends in such a comma ends in an empty field.
+    ///
+    /// `a, "b,c" ,"d""e"` is `a`, `b,c` and `d"e`. The texts in `fields` that nobody shares are written over
+    /// in place, so splitting line after line into one list soon allocates nothing. `line` may be one of its
+    /// elements.
+    void splitRecord(QStringList &fields, const QString &line, const QString &kind) const;
+
+    /// The value as it is written into a line, and in `record` the separator to join the fields of that line
+    /// with: a comma or a tab.
+    ///
+    /// Every carriage return and line feed becomes `?`. With commas, a value that holds a comma or a double
+    /// quote is enclosed in quotes and its own are doubled: `say "hi"` is `"say ""hi"""`. Every other value
+    /// stays as it is, white space at its ends, which splitRecord() takes away, and tabs included.
+    QString csvField(CsvRecord &record, const QString &value, const QString &kind) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
