@@ -28,23 +28,24 @@ class QDateTime;
 //    4. Running programs                         (core/process.cpp)
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Files and records
-//    6. Records                                  (files/csvrecords.cpp)
-//    7. Plain and quoted lists                   (files/textlists.cpp)
-//    8. Digit grouping                           (files/digitgrouping.cpp)
+//    6. Encoding names                           (files/encodingnames.cpp)
+//    7. Records                                  (files/csvrecords.cpp)
+//    8. Plain and quoted lists                   (files/textlists.cpp)
+//    9. Digit grouping                           (files/digitgrouping.cpp)
 //   Strings and values
-//    9. Substrings                               (strings/substrings.cpp)
-//   10. Searching                                (strings/searching.cpp)
-//   11. Blanks, case and replacing               (strings/shaping.cpp)
-//   12. Numbers as texts                         (strings/numbertext.cpp)
-//   13. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   14. Clearing lists, constants                (strings/lists.cpp)
-//   15. Value-in-list checks                     (strings/valuechecks.cpp)
-//   16. Numeric text checks                      (strings/numericchecks.cpp)
-//   17. Placeholder codes                        (strings/placeholders.cpp)
-//   18. Masked display                           (strings/masking.cpp)
-//   19. Check characters                         (strings/checkcharacters.cpp)
-//   20. Display width                            (strings/displaywidth.cpp)
-//   21. Date normalisation                       (strings/datenormalisation.cpp)
+//   10. Substrings                               (strings/substrings.cpp)
+//   11. Searching                                (strings/searching.cpp)
+//   12. Blanks, case and replacing               (strings/shaping.cpp)
+//   13. Numbers as texts                         (strings/numbertext.cpp)
+//   14. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   15. Clearing lists, constants                (strings/lists.cpp)
+//   16. Value-in-list checks                     (strings/valuechecks.cpp)
+//   17. Numeric text checks                      (strings/numericchecks.cpp)
+//   18. Placeholder codes                        (strings/placeholders.cpp)
+//   19. Masked display                           (strings/masking.cpp)
+//   20. Check characters                         (strings/checkcharacters.cpp)
+//   21. Display width                            (strings/displaywidth.cpp)
+//   22. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -247,6 +248,20 @@ public:
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError
     /// alone.
     int setCurrentPath(const QString &path);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Encoding names
+    /// files/encodingnames.cpp. Two encodings are in use, UTF-8 and the local 8-bit one. A name other than
+    /// those of UTF-8 stands for the latter, whatever it says.
+    /// @{
+
+    /// The one spelling of an encoding's name, whatever its case: `UTF-8` for UTF8, UTF-8, UTF_8 and the
+    /// empty name, `EUC-JP` for EUCJP, EUC-JP and EUC_JP, `Shift-JIS` for SJIS, SHIFT-JIS, SHIFT_JIS and `/`.
+    /// Any other name is returned as it is, blanks included: ` UTF-8` stays ` UTF-8`.
+    ///
+    /// Leaves checkMessage set, but for the name `/`: `utf8` leaves `"utf8" not in('/')`.
+    QString normaliseEncodingName(const QString &name);
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
