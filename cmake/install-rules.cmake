@@ -18,6 +18,7 @@ foreach(header IN ITEMS
         core/appruntime.h
         fields/scancursor.h
         files/csvrecord.h
+        files/textchannels.h
         files/versioninfo.h
 )
     get_filename_component(folder "${header}" DIRECTORY)

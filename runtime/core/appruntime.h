@@ -4,6 +4,7 @@
 #include <runtime/core/appruntime_export.h>
 #include <runtime/fields/scancursor.h>
 #include <runtime/files/csvrecord.h>
+#include <runtime/files/textchannels.h>
 #include <runtime/files/versioninfo.h>
 
 #include <QByteArray>
