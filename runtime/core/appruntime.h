@@ -30,23 +30,24 @@ class QDateTime;
 //    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
 //   Files and records
 //    6. Encoding names                           (files/encodingnames.cpp)
-//    7. Records                                  (files/csvrecords.cpp)
-//    8. Plain and quoted lists                   (files/textlists.cpp)
-//    9. Digit grouping                           (files/digitgrouping.cpp)
+//    7. URL coding                               (files/urlcoding.cpp)
+//    8. Records                                  (files/csvrecords.cpp)
+//    9. Plain and quoted lists                   (files/textlists.cpp)
+//   10. Digit grouping                           (files/digitgrouping.cpp)
 //   Strings and values
-//   10. Substrings                               (strings/substrings.cpp)
-//   11. Searching                                (strings/searching.cpp)
-//   12. Blanks, case and replacing               (strings/shaping.cpp)
-//   13. Numbers as texts                         (strings/numbertext.cpp)
-//   14. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   15. Clearing lists, constants                (strings/lists.cpp)
-//   16. Value-in-list checks                     (strings/valuechecks.cpp)
-//   17. Numeric text checks                      (strings/numericchecks.cpp)
-//   18. Placeholder codes                        (strings/placeholders.cpp)
-//   19. Masked display                           (strings/masking.cpp)
-//   20. Check characters                         (strings/checkcharacters.cpp)
-//   21. Display width                            (strings/displaywidth.cpp)
-//   22. Date normalisation                       (strings/datenormalisation.cpp)
+//   11. Substrings                               (strings/substrings.cpp)
+//   12. Searching                                (strings/searching.cpp)
+//   13. Blanks, case and replacing               (strings/shaping.cpp)
+//   14. Numbers as texts                         (strings/numbertext.cpp)
+//   15. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   16. Clearing lists, constants                (strings/lists.cpp)
+//   17. Value-in-list checks                     (strings/valuechecks.cpp)
+//   18. Numeric text checks                      (strings/numericchecks.cpp)
+//   19. Placeholder codes                        (strings/placeholders.cpp)
+//   20. Masked display                           (strings/masking.cpp)
+//   21. Check characters                         (strings/checkcharacters.cpp)
+//   22. Display width                            (strings/displaywidth.cpp)
+//   23. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -263,6 +264,29 @@ public:
     ///
     /// Leaves checkMessage set, but for the name `/`: `utf8` leaves `"utf8" not in('/')`.
     QString normaliseEncodingName(const QString &name);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name URL coding
+    /// files/urlcoding.cpp. The encoding's name changes nothing, per cent codes are UTF-8 always; but it is
+    /// normalised, and leaves checkMessage set as normaliseEncodingName() does.
+    /// @{
+
+    /// The text read as a URL, with a per cent code for every character that may not stand where it does:
+    /// `a b` gives `a%20b`, and `漢` gives `%E6%BC%A2`.
+    ///
+    /// Being read as a URL, a text is more than its characters. What is allowed in its place stays, as all of
+    /// `a/b?c=d#e`. A per cent code stays too, but that of a letter, a digit or one of `-._~` becomes the
+    /// character: `%20%41` gives `%20A`. One per cent sign that begins no code makes them all plain
+    /// characters, `%25`. A scheme and a host become lower-case ASCII. The empty text, and one that cannot be
+    /// a URL, such as `12:30` or `http://[a`, give the empty text.
+    QString urlEncode(const QString &text, const QString &encodingName);
+
+    /// The text with each per cent code replaced by the byte it stands for, the whole then read as UTF-8:
+    /// `%E3%81%82` gives `あ`. What is no UTF-8 becomes U+FFFD. A per cent sign with fewer than two
+    /// characters behind it stays, and so does `+`. Whether those two are hexadecimal digits is left to the
+    /// toolkit, whose versions differ.
+    QString urlDecode(const QString &text, const QString &encodingName);
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
