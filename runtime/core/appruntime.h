@@ -33,21 +33,22 @@ class QDateTime;
 //    7. URL coding                               (files/urlcoding.cpp)
 //    8. Records                                  (files/csvrecords.cpp)
 //    9. Plain and quoted lists                   (files/textlists.cpp)
-//   10. Digit grouping                           (files/digitgrouping.cpp)
+//   10. Temporary names                          (files/temporarynames.cpp)
+//   11. Digit grouping                           (files/digitgrouping.cpp)
 //   Strings and values
-//   11. Substrings                               (strings/substrings.cpp)
-//   12. Searching                                (strings/searching.cpp)
-//   13. Blanks, case and replacing               (strings/shaping.cpp)
-//   14. Numbers as texts                         (strings/numbertext.cpp)
-//   15. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   16. Clearing lists, constants                (strings/lists.cpp)
-//   17. Value-in-list checks                     (strings/valuechecks.cpp)
-//   18. Numeric text checks                      (strings/numericchecks.cpp)
-//   19. Placeholder codes                        (strings/placeholders.cpp)
-//   20. Masked display                           (strings/masking.cpp)
-//   21. Check characters                         (strings/checkcharacters.cpp)
-//   22. Display width                            (strings/displaywidth.cpp)
-//   23. Date normalisation                       (strings/datenormalisation.cpp)
+//   12. Substrings                               (strings/substrings.cpp)
+//   13. Searching                                (strings/searching.cpp)
+//   14. Blanks, case and replacing               (strings/shaping.cpp)
+//   15. Numbers as texts                         (strings/numbertext.cpp)
+//   16. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   17. Clearing lists, constants                (strings/lists.cpp)
+//   18. Value-in-list checks                     (strings/valuechecks.cpp)
+//   19. Numeric text checks                      (strings/numericchecks.cpp)
+//   20. Placeholder codes                        (strings/placeholders.cpp)
+//   21. Masked display                           (strings/masking.cpp)
+//   22. Check characters                         (strings/checkcharacters.cpp)
+//   23. Display width                            (strings/displaywidth.cpp)
+//   24. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -353,6 +354,31 @@ public:
     /// A key reaches up to its `=` and may hold commas and quotes; a text without `=` comes back whole. A
     /// value reaches up to the next comma outside single quotes, a quote never closed up to the end.
     [[nodiscard]] QString assignmentKeys(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Temporary names
+    /// files/temporarynames.cpp. Names in the directory of the family's work files, joined from the fields
+    /// `homeDirectory`, `pathSeparator`, `subdirTag` and `realMode2`. The examples are those of 'W' with the
+    /// system drive C:. No directory is made here, and none is looked for.
+    /// @{
+
+    /// The full name of a work file of that program: `\A.TXT` gives `C:\Z\TMP\A.TXT`. Nothing is put between
+    /// the directory and the name, so begin the name with the separator; the empty name gives the directory
+    /// alone. The time program `ZCLOK`, spelt so, has a directory of its own: `C:\Z\Z.S01\TMP_REAL\A.TXT`
+    /// when `subdirTag` is `S01`.
+    ///
+    /// Leaves checkMessage set, but for `ZCLOK`: `"ZBASE" not in('ZCLOK')`.
+    QString tempPathFor(const QString &fileName, const QString &program);
+
+    /// The same for this program, the one that `programName` names.
+    QString tempPath(const QString &fileName);
+
+    /// The family's directory without a trailing separator: `C:\Z`.
+    [[nodiscard]] QString familyDirectory() const;
+
+    /// The time program's directory without a trailing separator, whichever program asks: `C:\Z\Z.S01`.
+    [[nodiscard]] QString subdirPath() const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
