@@ -34,21 +34,22 @@ class QDateTime;
 //    8. Records                                  (files/csvrecords.cpp)
 //    9. Plain and quoted lists                   (files/textlists.cpp)
 //   10. Temporary names                          (files/temporarynames.cpp)
-//   11. Digit grouping                           (files/digitgrouping.cpp)
+//   11. Path rules                               (files/pathrules.cpp)
+//   12. Digit grouping                           (files/digitgrouping.cpp)
 //   Strings and values
-//   12. Substrings                               (strings/substrings.cpp)
-//   13. Searching                                (strings/searching.cpp)
-//   14. Blanks, case and replacing               (strings/shaping.cpp)
-//   15. Numbers as texts                         (strings/numbertext.cpp)
-//   16. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   17. Clearing lists, constants                (strings/lists.cpp)
-//   18. Value-in-list checks                     (strings/valuechecks.cpp)
-//   19. Numeric text checks                      (strings/numericchecks.cpp)
-//   20. Placeholder codes                        (strings/placeholders.cpp)
-//   21. Masked display                           (strings/masking.cpp)
-//   22. Check characters                         (strings/checkcharacters.cpp)
-//   23. Display width                            (strings/displaywidth.cpp)
-//   24. Date normalisation                       (strings/datenormalisation.cpp)
+//   13. Substrings                               (strings/substrings.cpp)
+//   14. Searching                                (strings/searching.cpp)
+//   15. Blanks, case and replacing               (strings/shaping.cpp)
+//   16. Numbers as texts                         (strings/numbertext.cpp)
+//   17. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   18. Clearing lists, constants                (strings/lists.cpp)
+//   19. Value-in-list checks                     (strings/valuechecks.cpp)
+//   20. Numeric text checks                      (strings/numericchecks.cpp)
+//   21. Placeholder codes                        (strings/placeholders.cpp)
+//   22. Masked display                           (strings/masking.cpp)
+//   23. Check characters                         (strings/checkcharacters.cpp)
+//   24. Display width                            (strings/displaywidth.cpp)
+//   25. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -379,6 +380,29 @@ public:
 
     /// The time program's directory without a trailing separator, whichever program asks: `C:\Z\Z.S01`.
     [[nodiscard]] QString subdirPath() const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Path rules
+    /// files/pathrules.cpp. A name says where its file is, or else the file is in the temporary directory of
+    /// this program. Only `pathSeparator` separates: on 'W' the name `/x` is a bare one. The names are looked
+    /// at, never the disk.
+    /// @{
+
+    /// Whether the path says where its file is: its second character is a colon, or it begins with the
+    /// separator, `.` and the separator, or `..` and the separator. `.` and `..` alone do not.
+    [[nodiscard]] bool isExplicitPath(const QString &path) const;
+
+    /// The path as it is when isExplicitPath(), else behind the temporary directory: on 'W', `SUB\A.TXT`
+    /// gives `C:\Z\TMP\SUB\A.TXT`. The empty path gives that directory with its separator. Nothing is cleaned
+    /// up.
+    ///
+    /// Leaves checkMessage set for a path that is not explicit, as tempPath() does.
+    QString resolvePath(const QString &path);
+
+    /// What follows the last dot, without white space at both ends: `DATA.CSV ` gives `CSV`. The whole name
+    /// when it has no dot. A dot of a directory counts too: `A.B/C` gives `B/C`.
+    [[nodiscard]] QString extensionOf(const QString &name) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
