@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
+#include <runtime/files/textchannels.h>
+#include <runtime/files/versioninfo.h>
+
+using namespace Qt::StringLiterals;
+
+// Not const, though it changes no field of the record: it changes the runtime's.
+// NOLINTNEXTLINE(readability-make-member-function-const)
+int VersionInfo::writeVersionFile(const QStringList &arguments)
+{
+    if (arguments.size() != 2)
+        return 0;
+    if (!runtime->checkIn(arguments[0].toUpper(), u"VERSION"_s)
+        || !runtime->checkIn(arguments[1].toUpper(), u"VERSION"_s))
+        return 0;
+
+    const QString &separator = runtime->pathSeparator;
+    const QString fileName = runtime->familyDirectory() + separator + "TMP"_L1 + separator + "VERSION_"_L1
+        + runtime->programName + ".TXT"_L1;
+    TextWriteChannel channel(runtime);
+    if (!channel.openWrite(fileName, u"OT"_s, u"/"_s))
+        return 1;
+
+    if (runtime->programName == "ZGRAPH"_L1)
+        channel.writeLine(QString::number(chartVersion));
+    else if (runtime->programName == "ZLISTR"_L1)
+        channel.writeLine(QString::number(printVersion));
+    else
+        channel.writeLine(QString::number(versionNumber) + u'\t' + versionText);
+    channel.closeWrite();
+    return 1;
+}
