@@ -36,20 +36,22 @@ class QDateTime;
 //   10. Temporary names                          (files/temporarynames.cpp)
 //   11. Path rules                               (files/pathrules.cpp)
 //   12. Digit grouping                           (files/digitgrouping.cpp)
+//   Entry and display fields
+//   13. Full-width text                          (fields/kanawidth.cpp)
 //   Strings and values
-//   13. Substrings                               (strings/substrings.cpp)
-//   14. Searching                                (strings/searching.cpp)
-//   15. Blanks, case and replacing               (strings/shaping.cpp)
-//   16. Numbers as texts                         (strings/numbertext.cpp)
-//   17. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   18. Clearing lists, constants                (strings/lists.cpp)
-//   19. Value-in-list checks                     (strings/valuechecks.cpp)
-//   20. Numeric text checks                      (strings/numericchecks.cpp)
-//   21. Placeholder codes                        (strings/placeholders.cpp)
-//   22. Masked display                           (strings/masking.cpp)
-//   23. Check characters                         (strings/checkcharacters.cpp)
-//   24. Display width                            (strings/displaywidth.cpp)
-//   25. Date normalisation                       (strings/datenormalisation.cpp)
+//   14. Substrings                               (strings/substrings.cpp)
+//   15. Searching                                (strings/searching.cpp)
+//   16. Blanks, case and replacing               (strings/shaping.cpp)
+//   17. Numbers as texts                         (strings/numbertext.cpp)
+//   18. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   19. Clearing lists, constants                (strings/lists.cpp)
+//   20. Value-in-list checks                     (strings/valuechecks.cpp)
+//   21. Numeric text checks                      (strings/numericchecks.cpp)
+//   22. Placeholder codes                        (strings/placeholders.cpp)
+//   23. Masked display                           (strings/masking.cpp)
+//   24. Check characters                         (strings/checkcharacters.cpp)
+//   25. Display width                            (strings/displaywidth.cpp)
+//   26. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -417,6 +419,21 @@ public:
     /// Give it digits with at most a minus sign in front and one point; nothing is checked. A character that
     /// is none of these counts as a digit, also a comma that is there already: `1,234` gives `1,,234`.
     [[nodiscard]] QString groupThousands(const QString &numberText) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Full-width text
+    /// fields/kanawidth.cpp. No field is touched.
+    /// @{
+
+    /// The text in full-width form: printable ASCII from `!` to `~` and half-width katakana become their
+    /// full-width characters, everything else stays. Blanks and control characters stay too, and so do the
+    /// half-width punctuation U+FF61 to U+FF65 and a sound mark that no letter takes.
+    ///
+    /// A half-width letter and the mark behind it become one letter: `ｶ` to `ﾄ` take the voiced mark `ﾞ`, `ﾊ`
+    /// to `ﾎ` that or the semi-voiced `ﾟ`. No other letter takes one, `ｳ` included, and none takes two. So
+    /// the result is at most as long as the text. `A 1 ｶﾞｷﾟｳﾞ` gives `Ａ １ ガキﾟウﾞ`.
+    [[nodiscard]] QString toFullWidth(const QString &text) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
