@@ -37,21 +37,22 @@ class QDateTime;
 //   11. Path rules                               (files/pathrules.cpp)
 //   12. Digit grouping                           (files/digitgrouping.cpp)
 //   Entry and display fields
-//   13. Full-width text                          (fields/kanawidth.cpp)
+//   13. Date and time display                    (fields/datetimedisplay.cpp)
+//   14. Full-width text                          (fields/kanawidth.cpp)
 //   Strings and values
-//   14. Substrings                               (strings/substrings.cpp)
-//   15. Searching                                (strings/searching.cpp)
-//   16. Blanks, case and replacing               (strings/shaping.cpp)
-//   17. Numbers as texts                         (strings/numbertext.cpp)
-//   18. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   19. Clearing lists, constants                (strings/lists.cpp)
-//   20. Value-in-list checks                     (strings/valuechecks.cpp)
-//   21. Numeric text checks                      (strings/numericchecks.cpp)
-//   22. Placeholder codes                        (strings/placeholders.cpp)
-//   23. Masked display                           (strings/masking.cpp)
-//   24. Check characters                         (strings/checkcharacters.cpp)
-//   25. Display width                            (strings/displaywidth.cpp)
-//   26. Date normalisation                       (strings/datenormalisation.cpp)
+//   15. Substrings                               (strings/substrings.cpp)
+//   16. Searching                                (strings/searching.cpp)
+//   17. Blanks, case and replacing               (strings/shaping.cpp)
+//   18. Numbers as texts                         (strings/numbertext.cpp)
+//   19. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   20. Clearing lists, constants                (strings/lists.cpp)
+//   21. Value-in-list checks                     (strings/valuechecks.cpp)
+//   22. Numeric text checks                      (strings/numericchecks.cpp)
+//   23. Placeholder codes                        (strings/placeholders.cpp)
+//   24. Masked display                           (strings/masking.cpp)
+//   25. Check characters                         (strings/checkcharacters.cpp)
+//   26. Display width                            (strings/displaywidth.cpp)
+//   27. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -419,6 +420,36 @@ public:
     /// Give it digits with at most a minus sign in front and one point; nothing is checked. A character that
     /// is none of these counts as a digit, also a comma that is there already: `1,234` gives `1,,234`.
     [[nodiscard]] QString groupThousands(const QString &numberText) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Date and time display
+    /// fields/datetimedisplay.cpp. Stored dates and times are texts of digits, `YYYYMMDDhhmmssfff` or its
+    /// first 8, 12 or 14; that they are digits is not checked. Lengths are UTF-16 code units. lastError and
+    /// convertOk are not touched.
+    /// @{
+
+    /// The display form of a stored date and time.
+    ///
+    /// - Style 0 has no separators, and the order of the date that `dateOrder` names.
+    /// - Style 1 has that order, `dateSeparator` in the date, and `01/31/2024 23:59:59.123` for the rest.
+    /// - Style 2 is for interchange: `2024-01-31 23:59:59.123`, whatever the two fields hold.
+    /// - Every other style has the separators of style 2 and the order of `dateOrder`.
+    ///
+    /// The date is shown alone below 12 units; from 12 on with hours and minutes, from 14 with seconds, from
+    /// 17 with the fraction. What lies between these lengths and beyond 17 is dropped. A text below 8 units
+    /// is returned unchanged.
+    ///
+    /// From 8 units on `dateOrder` is compared with `Y` in every style, and with `M` if neither that nor
+    /// style 2 settled the order: leaves checkMessage set, to `"D" not in('M')` where the order is `D`.
+    [[nodiscard]] QString formatDateTime(QString value, int style);
+
+    /// The time one second before a time `hhmmss`, without a date: `000000` gives `235959`.
+    ///
+    /// Each two digits are read with toInt(), so what is no number counts as 0, and what is missing too:
+    /// `1200` gives `115959`. Hours and minutes that need not change stay as they stand, valid or not; units
+    /// after the sixth are dropped. checkMessage is not touched.
+    [[nodiscard]] QString previousSecond(const QString &time) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
