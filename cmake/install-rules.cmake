@@ -16,6 +16,7 @@ install(
 # What a program includes, in the folders it has in the tree, so that one line works for both.
 foreach(header IN ITEMS
         core/appruntime.h
+        fields/inputmode.h
         fields/scancursor.h
         files/csvrecord.h
         files/textchannels.h

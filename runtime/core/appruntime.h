@@ -2,6 +2,7 @@
 #pragma once
 
 #include <runtime/core/appruntime_export.h>
+#include <runtime/fields/inputmode.h>
 #include <runtime/fields/scancursor.h>
 #include <runtime/files/csvrecord.h>
 #include <runtime/files/textchannels.h>
@@ -38,21 +39,22 @@ class QDateTime;
 //   12. Digit grouping                           (files/digitgrouping.cpp)
 //   Entry and display fields
 //   13. Date and time display                    (fields/datetimedisplay.cpp)
-//   14. Full-width text                          (fields/kanawidth.cpp)
+//   14. Input modes                              (fields/inputmodes.cpp)
+//   15. Full-width text                          (fields/kanawidth.cpp)
 //   Strings and values
-//   15. Substrings                               (strings/substrings.cpp)
-//   16. Searching                                (strings/searching.cpp)
-//   17. Blanks, case and replacing               (strings/shaping.cpp)
-//   18. Numbers as texts                         (strings/numbertext.cpp)
-//   19. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   20. Clearing lists, constants                (strings/lists.cpp)
-//   21. Value-in-list checks                     (strings/valuechecks.cpp)
-//   22. Numeric text checks                      (strings/numericchecks.cpp)
-//   23. Placeholder codes                        (strings/placeholders.cpp)
-//   24. Masked display                           (strings/masking.cpp)
-//   25. Check characters                         (strings/checkcharacters.cpp)
-//   26. Display width                            (strings/displaywidth.cpp)
-//   27. Date normalisation                       (strings/datenormalisation.cpp)
+//   16. Substrings                               (strings/substrings.cpp)
+//   17. Searching                                (strings/searching.cpp)
+//   18. Blanks, case and replacing               (strings/shaping.cpp)
+//   19. Numbers as texts                         (strings/numbertext.cpp)
+//   20. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   21. Clearing lists, constants                (strings/lists.cpp)
+//   22. Value-in-list checks                     (strings/valuechecks.cpp)
+//   23. Numeric text checks                      (strings/numericchecks.cpp)
+//   24. Placeholder codes                        (strings/placeholders.cpp)
+//   25. Masked display                           (strings/masking.cpp)
+//   26. Check characters                         (strings/checkcharacters.cpp)
+//   27. Display width                            (strings/displaywidth.cpp)
+//   28. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -450,6 +452,20 @@ public:
     /// `1200` gives `115959`. Hours and minutes that need not change stay as they stand, valid or not; units
     /// after the sixth are dropped. checkMessage is not touched.
     [[nodiscard]] QString previousSecond(const QString &time) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Input modes
+    /// fields/inputmodes.cpp. The catalogues of modes are fields, from `numericModesSigned` to
+    /// `displayModes`. No field is touched.
+    /// @{
+
+    /// The modes of a catalogue, in its order: `inputModes(runtime.integerModes)` has `+` with the label
+    /// `{Numeric}[0-9]` and `-` with `{Numeric}-[0-9]`.
+    ///
+    /// Commas separate, there is no quoting, and blanks count. A code at the end that has no label is left
+    /// out, so the empty text has no modes.
+    [[nodiscard]] QList<InputMode> inputModes(const QString &catalogue) const;
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
