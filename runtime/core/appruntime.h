@@ -41,20 +41,21 @@ class QDateTime;
 //   13. Date and time display                    (fields/datetimedisplay.cpp)
 //   14. Input modes                              (fields/inputmodes.cpp)
 //   15. Full-width text                          (fields/kanawidth.cpp)
+//   16. Field fitting                            (fields/fieldfitting.cpp)
 //   Strings and values
-//   16. Substrings                               (strings/substrings.cpp)
-//   17. Searching                                (strings/searching.cpp)
-//   18. Blanks, case and replacing               (strings/shaping.cpp)
-//   19. Numbers as texts                         (strings/numbertext.cpp)
-//   20. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   21. Clearing lists, constants                (strings/lists.cpp)
-//   22. Value-in-list checks                     (strings/valuechecks.cpp)
-//   23. Numeric text checks                      (strings/numericchecks.cpp)
-//   24. Placeholder codes                        (strings/placeholders.cpp)
-//   25. Masked display                           (strings/masking.cpp)
-//   26. Check characters                         (strings/checkcharacters.cpp)
-//   27. Display width                            (strings/displaywidth.cpp)
-//   28. Date normalisation                       (strings/datenormalisation.cpp)
+//   17. Substrings                               (strings/substrings.cpp)
+//   18. Searching                                (strings/searching.cpp)
+//   19. Blanks, case and replacing               (strings/shaping.cpp)
+//   20. Numbers as texts                         (strings/numbertext.cpp)
+//   21. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   22. Clearing lists, constants                (strings/lists.cpp)
+//   23. Value-in-list checks                     (strings/valuechecks.cpp)
+//   24. Numeric text checks                      (strings/numericchecks.cpp)
+//   25. Placeholder codes                        (strings/placeholders.cpp)
+//   26. Masked display                           (strings/masking.cpp)
+//   27. Check characters                         (strings/checkcharacters.cpp)
+//   28. Display width                            (strings/displaywidth.cpp)
+//   29. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -481,6 +482,39 @@ public:
     /// to `ﾎ` that or the semi-voiced `ﾟ`. No other letter takes one, `ｳ` included, and none takes two. So
     /// the result is at most as long as the text. `A 1 ｶﾞｷﾟｳﾞ` gives `Ａ １ ガキﾟウﾞ`.
     [[nodiscard]] QString toFullWidth(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Field fitting
+    /// fields/fieldfitting.cpp. Values for fields of a fixed width, and codes and numbers as they are stored.
+    /// lastError and convertOk are not touched.
+    ///
+    /// Columns count as charDisplayWidth() does with the default classes, whatever the class fields hold: 1
+    /// for U+0000 to U+007F and half-width katakana, 2 for a surrogate pair and all others, 0 for a low
+    /// surrogate alone. A column count below 0 counts as 0.
+    /// @{
+
+    /// The longest beginning of the text that takes at most `columns` columns; it ends in no half pair.
+    /// `truncateToWidth(u"アイウ"_s, 5)` gives `アイ`. A text that is not empty leaves checkMessage set, to
+    /// `"TEXT" not in('')`.
+    [[nodiscard]] QString truncateToWidth(const QString &text, int columns);
+
+    /// The same, with blanks behind it up to `columns` UTF-16 code units, not columns: `アイ` at 6 becomes 6
+    /// units that take 8 columns. Leaves checkMessage set as truncateToWidth() does.
+    [[nodiscard]] QString fitToWidth(const QString &text, int columns);
+
+    /// The code after the first character of the text, in a row of its own for digits, capital and small
+    /// letters of ASCII, where `9`, `Z` and `z` are followed by `0`, `A` and `a`. Any other first character
+    /// is given back. The rest of the text does not count: `Az` gives `B`. Empty for the empty text.
+    [[nodiscard]] QString nextCodeChar(const QString &text) const;
+
+    /// The number without zeros that say nothing: `-007.500` gives `-7.5`, `.5` gives `0.5`, `10.0` gives
+    /// `10`, and the empty text, `-0` and `0.0` give `0`.
+    ///
+    /// The text is not checked to be a number, only changed as one: `-` and zeros at its beginning, `.` and,
+    /// where there is a `.` at all, zeros at its end. The first character is never one of those taken from
+    /// the end: `.0` gives `0.`. A text that is not empty leaves checkMessage set, to `"TEXT" not in('')`.
+    [[nodiscard]] QString normaliseNumber(const QString &text);
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
