@@ -41,21 +41,22 @@ class QDateTime;
 //   13. Date and time display                    (fields/datetimedisplay.cpp)
 //   14. Input modes                              (fields/inputmodes.cpp)
 //   15. Full-width text                          (fields/kanawidth.cpp)
-//   16. Field fitting                            (fields/fieldfitting.cpp)
+//   16. Scanner                                  (fields/scanner.cpp)
+//   17. Field fitting                            (fields/fieldfitting.cpp)
 //   Strings and values
-//   17. Substrings                               (strings/substrings.cpp)
-//   18. Searching                                (strings/searching.cpp)
-//   19. Blanks, case and replacing               (strings/shaping.cpp)
-//   20. Numbers as texts                         (strings/numbertext.cpp)
-//   21. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   22. Clearing lists, constants                (strings/lists.cpp)
-//   23. Value-in-list checks                     (strings/valuechecks.cpp)
-//   24. Numeric text checks                      (strings/numericchecks.cpp)
-//   25. Placeholder codes                        (strings/placeholders.cpp)
-//   26. Masked display                           (strings/masking.cpp)
-//   27. Check characters                         (strings/checkcharacters.cpp)
-//   28. Display width                            (strings/displaywidth.cpp)
-//   29. Date normalisation                       (strings/datenormalisation.cpp)
+//   18. Substrings                               (strings/substrings.cpp)
+//   19. Searching                                (strings/searching.cpp)
+//   20. Blanks, case and replacing               (strings/shaping.cpp)
+//   21. Numbers as texts                         (strings/numbertext.cpp)
+//   22. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   23. Clearing lists, constants                (strings/lists.cpp)
+//   24. Value-in-list checks                     (strings/valuechecks.cpp)
+//   25. Numeric text checks                      (strings/numericchecks.cpp)
+//   26. Placeholder codes                        (strings/placeholders.cpp)
+//   27. Masked display                           (strings/masking.cpp)
+//   28. Check characters                         (strings/checkcharacters.cpp)
+//   29. Display width                            (strings/displaywidth.cpp)
+//   30. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -482,6 +483,76 @@ public:
     /// to `ﾎ` that or the semi-voiced `ﾟ`. No other letter takes one, `ｳ` included, and none takes two. So
     /// the result is at most as long as the text. `A 1 ｶﾞｷﾟｳﾞ` gives `Ａ １ ガキﾟウﾞ`.
     [[nodiscard]] QString toFullWidth(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Scanner
+    /// fields/scanner.cpp. Takes keywords and tokens off a text, one after the other. A position is an index
+    /// in UTF-16 code units; a negative one counts as 0, one past the end as the end. checkMessage and
+    /// convertOk are not touched.
+    ///
+    /// The members without a text work on the shared scan: the text `scanSource->text` from
+    /// `scanCursor->position` on, with `scanDelimiter->delimiter` for the delimiter found. In an object built
+    /// from a name alone, which has none of the three, they return false and change nothing.
+    /// @{
+
+    /// Starts a shared scan at the beginning of `text`; does nothing in an object built from a name alone.
+    void setScanText(const QString &text);
+
+    /// Whether the text goes on with `keyword`, behind any number of characters at or below U+0020 and in
+    /// either case; if so, the position moves past it.
+    ///
+    /// The upper-cased rest of the text must begin with the upper-cased keyword: `SELECTED` accepts `select`,
+    /// and `ß` accepts `SS`. The position moves by the keyword's own length, in that case past the end. An
+    /// empty keyword is accepted where something follows the blanks. False at the end of the text and
+    /// behind blanks only; the position then stays where it was, before the blanks. lastError is not touched.
+    ///
+    /// Without a cursor, `text` is looked at from its beginning.
+    ///
+    /// \code
+    /// runtime.setScanText(u"   order by"_s);
+    /// runtime.acceptKeyword(u"BY"_s);    // false, position 0
+    /// runtime.acceptKeyword(u"ORDER"_s); // true, position 8
+    /// \endcode
+    bool acceptKeyword(ScanCursor &cursor, const QString &keyword, const QString &text) const;
+    [[nodiscard]] bool acceptKeyword(const QString &keyword, const QString &text) const;
+    bool acceptKeyword(const QString &keyword);
+
+    /// Takes the token from the cursor's position up to the first character of `text` that is one of
+    /// `delimiters`, and moves the position past that.
+    ///
+    /// Characters between single quotes belong to the token, delimiters or not; the quotes stay in it, and
+    /// are never delimiters. A token that a delimiter ends is put into `tokenOut.text` without the white
+    /// space at its ends. The last one, which the end of the text or a missing closing quote ends, keeps it,
+    /// and is empty when the position was at the end.
+    ///
+    /// `delimiterOut` becomes the delimiter, or U+0000. Of `tokenOut` only the text is written, and nothing
+    /// when `store` is false; of `cursor` only the position. They may be one record, and `text` its text.
+    ///
+    /// \code
+    /// ScanCursor token;
+    /// runtime.setScanText(u"a ,'b,c', d"_s);
+    /// runtime.nextToken(token, u",;"_s); // true, token.text "a"
+    /// runtime.nextToken(token, u",;"_s); // true, token.text "'b,c'"
+    /// runtime.nextToken(token, u",;"_s); // false, token.text " d"
+    /// \endcode
+    ///
+    /// On failure, which is the last token, moves the position to the end of the text, returns false and sets
+    /// lastError to `not found ('DELIMITERS')`.
+    bool nextToken(
+        ScanCursor &tokenOut,
+        ScanCursor &cursor,
+        QChar &delimiterOut,
+        const QString &text,
+        const QString &delimiters,
+        bool store
+    );
+    bool nextToken(ScanCursor &tokenOut, const QString &delimiters);
+
+    /// Steps over a token of the shared scan; all but the token is as with nextToken().
+    ///
+    /// On failure returns false and sets lastError to `not found ('DELIMITERS')`.
+    bool skipToken(const QString &delimiters);
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
