@@ -42,21 +42,22 @@ class QDateTime;
 //   14. Input modes                              (fields/inputmodes.cpp)
 //   15. Full-width text                          (fields/kanawidth.cpp)
 //   16. Scanner                                  (fields/scanner.cpp)
-//   17. Field fitting                            (fields/fieldfitting.cpp)
+//   17. Message catalogue                        (fields/messagecatalogue.cpp)
+//   18. Field fitting                            (fields/fieldfitting.cpp)
 //   Strings and values
-//   18. Substrings                               (strings/substrings.cpp)
-//   19. Searching                                (strings/searching.cpp)
-//   20. Blanks, case and replacing               (strings/shaping.cpp)
-//   21. Numbers as texts                         (strings/numbertext.cpp)
-//   22. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   23. Clearing lists, constants                (strings/lists.cpp)
-//   24. Value-in-list checks                     (strings/valuechecks.cpp)
-//   25. Numeric text checks                      (strings/numericchecks.cpp)
-//   26. Placeholder codes                        (strings/placeholders.cpp)
-//   27. Masked display                           (strings/masking.cpp)
-//   28. Check characters                         (strings/checkcharacters.cpp)
-//   29. Display width                            (strings/displaywidth.cpp)
-//   30. Date normalisation                       (strings/datenormalisation.cpp)
+//   19. Substrings                               (strings/substrings.cpp)
+//   20. Searching                                (strings/searching.cpp)
+//   21. Blanks, case and replacing               (strings/shaping.cpp)
+//   22. Numbers as texts                         (strings/numbertext.cpp)
+//   23. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   24. Clearing lists, constants                (strings/lists.cpp)
+//   25. Value-in-list checks                     (strings/valuechecks.cpp)
+//   26. Numeric text checks                      (strings/numericchecks.cpp)
+//   27. Placeholder codes                        (strings/placeholders.cpp)
+//   28. Masked display                           (strings/masking.cpp)
+//   29. Check characters                         (strings/checkcharacters.cpp)
+//   30. Display width                            (strings/displaywidth.cpp)
+//   31. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -553,6 +554,33 @@ public:
     ///
     /// On failure returns false and sets lastError to `not found ('DELIMITERS')`.
     bool skipToken(const QString &delimiters);
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Message catalogue
+    /// fields/messagecatalogue.cpp. Looks up the texts that the program has loaded into `messageKeys` and
+    /// `messageTexts`, and finds and replaces elements of any list of texts. lastError and convertOk are not
+    /// touched.
+    /// @{
+
+    /// The index of the first element at or after `from` that equals `value`, or -1. Texts are equal when
+    /// their code units are. A negative `from` counts from the end, -1 being the last element and everything
+    /// before the first one the first; one at or past the end finds nothing.
+    ///
+    /// Leaves in checkMessage the comparison of the last element before the one found, or of the last of all:
+    /// `"MSG_A" not in('B')` when `B` follows `MSG_A`. Leaves checkMessage alone when no element fails.
+    [[nodiscard]] int indexOfValue(const QStringList &list, const QString &value, int from = 0);
+
+    /// Replaces the element at `index`; does nothing when `index` is negative or not below the count.
+    void setElement(QStringList &list, int index, const QString &text) const;
+
+    /// The text of `messageTexts` at the index where `messageKeys` has `key`; the empty text when it has not,
+    /// or when there is no such text. A key that begins with `MSG_` gives the text without its first code
+    /// unit, which is a mark for the programs.
+    ///
+    /// Leaves checkMessage as indexOfValue() does: with the keys `MSG_A` and `B` and the texts `Ehello` and
+    /// `Iworld`, `MSG_A` gives `hello`, and `B` gives `Iworld` and leaves `"MSG_A" not in('B')`.
+    [[nodiscard]] QString messageText(const QString &key);
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
