@@ -41,23 +41,24 @@ class QDateTime;
 //   13. Date and time display                    (fields/datetimedisplay.cpp)
 //   14. Input modes                              (fields/inputmodes.cpp)
 //   15. Full-width text                          (fields/kanawidth.cpp)
-//   16. Scanner                                  (fields/scanner.cpp)
-//   17. Message catalogue                        (fields/messagecatalogue.cpp)
-//   18. Field fitting                            (fields/fieldfitting.cpp)
+//   16. Column types                             (fields/columntypes.cpp)
+//   17. Scanner                                  (fields/scanner.cpp)
+//   18. Message catalogue                        (fields/messagecatalogue.cpp)
+//   19. Field fitting                            (fields/fieldfitting.cpp)
 //   Strings and values
-//   19. Substrings                               (strings/substrings.cpp)
-//   20. Searching                                (strings/searching.cpp)
-//   21. Blanks, case and replacing               (strings/shaping.cpp)
-//   22. Numbers as texts                         (strings/numbertext.cpp)
-//   23. Kinds, classes and widths of characters  (strings/characters.cpp)
-//   24. Clearing lists, constants                (strings/lists.cpp)
-//   25. Value-in-list checks                     (strings/valuechecks.cpp)
-//   26. Numeric text checks                      (strings/numericchecks.cpp)
-//   27. Placeholder codes                        (strings/placeholders.cpp)
-//   28. Masked display                           (strings/masking.cpp)
-//   29. Check characters                         (strings/checkcharacters.cpp)
-//   30. Display width                            (strings/displaywidth.cpp)
-//   31. Date normalisation                       (strings/datenormalisation.cpp)
+//   20. Substrings                               (strings/substrings.cpp)
+//   21. Searching                                (strings/searching.cpp)
+//   22. Blanks, case and replacing               (strings/shaping.cpp)
+//   23. Numbers as texts                         (strings/numbertext.cpp)
+//   24. Kinds, classes and widths of characters  (strings/characters.cpp)
+//   25. Clearing lists, constants                (strings/lists.cpp)
+//   26. Value-in-list checks                     (strings/valuechecks.cpp)
+//   27. Numeric text checks                      (strings/numericchecks.cpp)
+//   28. Placeholder codes                        (strings/placeholders.cpp)
+//   29. Masked display                           (strings/masking.cpp)
+//   30. Check characters                         (strings/checkcharacters.cpp)
+//   31. Display width                            (strings/displaywidth.cpp)
+//   32. Date normalisation                       (strings/datenormalisation.cpp)
 //   Fields: the data members, in one table at the end
 
 /// The runtime of a program: its settings and platform facts, its last error, and every operation that the
@@ -484,6 +485,59 @@ public:
     /// to `ﾎ` that or the semi-voiced `ﾟ`. No other letter takes one, `ｳ` included, and none takes two. So
     /// the result is at most as long as the text. `A 1 ｶﾞｷﾟｳﾞ` gives `Ａ １ ガキﾟウﾞ`.
     [[nodiscard]] QString toFullWidth(const QString &text) const;
+
+    /// @}
+    // ---------------------------------------------------------------------------------------------------
+    /// \name Column types
+    /// fields/columntypes.cpp. The input mode of a field by the type of its database column, and the
+    /// comparison of two values by the mode of their field.
+    /// @{
+
+    /// The input mode of a column of that SQL type: one character, exact names only.
+    ///
+    /// - `CHAR`, `VARCHAR`, `VARCHAR2`: a blank
+    /// - `NCHAR`, `NVARCHAR`, `NVARCHAR2`, `MCHAR`, `MVARCHAR`: `/`, Japanese
+    /// - `DECIMAL`, `INT`: `-`, signed number
+    /// - `FLOAT`, `DOUBLE`: `F`, floating-point number
+    /// - `DATETIME`, `TIMESTAMP`, `DATE`: `E`, date and time
+    /// - everything else, `varchar` and the empty text too: a blank
+    ///
+    /// Compares with one line after the other and leaves the last that did not fit in checkMessage:
+    /// `"DATE" not in('FLOAT','DOUBLE')`. A name of the first line leaves checkMessage alone.
+    [[nodiscard]] QString columnTypeMode(const QString &typeName);
+
+    /// Compares two values and answers whether their relation is accepted: 0 when it is, 1 when not, 9 when a
+    /// number could not be read. `relation` becomes `>`, `=` or `<`, or `?` with 9. An accept argument counts
+    /// when it is exactly 1.
+    ///
+    /// The modes `+`, `-` and `F` compare as numbers, all alike; an empty text is 0. Numbers are read by
+    /// validDouble() with the rule '-': blanks round them are allowed, `nan` and `inf` are numbers in any
+    /// case. `nan` neither equals anything nor is greater, so that the relation is `<` wherever it stands.
+    ///
+    /// Every other mode compares as text, code unit by code unit, without trailing characters at or below
+    /// U+0020: `ABC  ` equals `ABC`, and ` ABC` is less. lastError and convertOk are not touched.
+    ///
+    /// Leaves checkMessage set: as text, when the two differ, to `"LEFT" not in('RIGHT')` without what trails
+    /// them; as numbers, to `"TEXT" not in('')` for the last text read that is not empty. convertOk then says
+    /// whether the last text read is a number.
+    ///
+    /// \code
+    /// QString relation;
+    /// runtime.compareTyped(relation, u"10"_s, u'-', 1, 1, 0, u"9"_s); // 0, relation ">"
+    /// runtime.compareTyped(relation, u"10"_s, u' ', 1, 1, 0, u"9"_s); // 1, relation "<"
+    /// \endcode
+    ///
+    /// On failure returns 9 and sets lastError to `not numeric "TEXT"`; `right` is not read when `left`
+    /// fails.
+    int compareTyped(
+        QString &relation,
+        QString left,
+        QChar mode,
+        int acceptGreater,
+        int acceptEqual,
+        int acceptLess,
+        QString right
+    );
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
