@@ -1,7 +1,8 @@
-# What only those who work on this project build: tests and benchmarks.
+# What only those who work on this project build: tests, benchmarks and examples.
 option(APPRUNTIME_TESTS "Build the tests" ON)
 option(APPRUNTIME_BOTH_LETTERS "Test the rules of Windows beside this system's own" ON)
 option(APPRUNTIME_BENCHMARKS "Build the benchmarks where Google Benchmark is installed" ON)
+option(APPRUNTIME_EXAMPLES "Build the examples" ON)
 
 if(APPRUNTIME_TESTS)
     include(CTest)
@@ -21,4 +22,8 @@ if(APPRUNTIME_BENCHMARKS)
     if(benchmark_FOUND)
         add_subdirectory(benchmarks)
     endif()
+endif()
+
+if(APPRUNTIME_EXAMPLES)
+    add_subdirectory(examples)
 endif()
