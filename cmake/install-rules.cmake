@@ -4,6 +4,12 @@ include(GNUInstallDirs)
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/AppRuntime")
 set(include_folder "${CMAKE_INSTALL_INCLUDEDIR}/appruntime")
 
+if(BUILD_SHARED_LIBS AND NOT WIN32)
+    # The launcher finds its library beside itself, wherever the package is put.
+    file(RELATIVE_PATH libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+    set_target_properties(launcher PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
+endif()
+
 install(TARGETS launcher RUNTIME COMPONENT launcher)
 install(
     TARGETS AppRuntime
