@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <runtime/core/boundedrun.h>
+#include <runtime/strings/blanks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -58,12 +59,9 @@ void AppRuntime::setupPlatform(const QString &name)
 QString AppRuntime::queryHostName() const
 {
     const QString line = QString::fromLocal8Bit(firstOutputLineOf(u"hostname"_s, {}));
-    qsizetype end = line.size();
-    while (end > 0 && line.at(end - 1) <= u' ')
-        --end;
-    const QStringView name = QStringView(line).first(end);
+    const QStringView name = withoutTrailingBlanks(line);
     const qsizetype dot = name.indexOf(u'.');
-    return name.first(dot < 0 ? end : dot).toString();
+    return name.first(dot < 0 ? name.size() : dot).toString();
 }
 
 QString AppRuntime::userName() const

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/strings/columns.h>
 
 #include <algorithm>
 
@@ -13,8 +14,7 @@ namespace
 constexpr int columnsOf(char16_t unit)
 {
     const bool low = unit >= 0xdc00 && unit <= 0xdfff;
-    const bool halfKana = unit >= 0xff66 && unit <= 0xff9f;
-    return 2 - 2 * int(low) - int(unit < 0x80 || halfKana);
+    return 2 - 2 * int(low) - int(isOneColumn(unit));
 }
 
 /// Code units of the longest beginning of the text that takes no more than `columns` columns.

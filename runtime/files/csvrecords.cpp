@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
-
 #include <runtime/files/listfiller.h>
+#include <runtime/strings/blanks.h>
 
 #include <utility>
 
@@ -11,15 +11,6 @@ namespace
 {
 
 constexpr QChar quote = u'"', comma = u',', tab = u'\t';
-
-/// Without its trailing blanks and control characters. An ideographic space stays: that this trim and the one
-/// for white space differ is relied on.
-QStringView withoutTrailingBlanks(QStringView text)
-{
-    while (!text.isEmpty() && text.back() <= u' ')
-        text.chop(1);
-    return text;
-}
 
 void splitTabs(ListFiller &fields)
 {

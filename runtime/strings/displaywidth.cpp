@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/strings/columns.h>
 
 #include <algorithm>
 #include <limits>
 
 namespace
 {
-
-/// Whether a code unit that is no surrogate takes one column, not two.
-///
-/// Written without branches, in 16 bits, for the sake of columnsOf(): a compiler makes vector code of it.
-constexpr bool isOneColumn(char16_t unit)
-{
-    constexpr char16_t firstKana = u'\uff66', lastKana = u'\uff9f';
-    return (unit < 0x80) | (static_cast<char16_t>(unit - firstKana) <= lastKana - firstKana);
-}
 
 /// Where a walk over a text stands.
 struct Walk {

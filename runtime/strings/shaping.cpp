@@ -1,16 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
-
-#include <algorithm>
+#include <runtime/strings/blanks.h>
 
 namespace
 {
-
-/// White space of any other kind stays: the ideographic space is a character of a Japanese text.
-bool isCutOff(QChar character)
-{
-    return character <= u' ';
-}
 
 /// The text with `after` in front of every code unit and at the end.
 QString replaceNothing(const QString &text, const QString &after)
@@ -31,14 +24,12 @@ QString AppRuntime::trimmed(const QString &text) const
 
 QString AppRuntime::trimLeft(const QString &text) const
 {
-    const auto *const first = std::find_if_not(text.cbegin(), text.cend(), isCutOff);
-    return text.sliced(first - text.cbegin());
+    return text.last(withoutLeadingBlanks(text).size());
 }
 
 QString AppRuntime::trimRight(const QString &text) const
 {
-    const auto last = std::find_if_not(text.crbegin(), text.crend(), isCutOff);
-    return text.first(text.crend() - last);
+    return text.first(withoutTrailingBlanks(text).size());
 }
 
 QString AppRuntime::padLeft(const QString &text, int width, QChar fill) const
