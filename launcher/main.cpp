@@ -30,20 +30,46 @@ void dropMessage(QtMsgType type, const QMessageLogContext &, const QString &)
         std::_Exit(0); // the toolkit would abort
 }
 
+/// Hides a variable from the toolkit for a while; it is meant for the target.
+class HiddenVariable
+{
+public:
+    explicit HiddenVariable(const char *name)
+        : m_name(name)
+        , m_set(qEnvironmentVariableIsSet(name))
+    {
+        if (m_set) {
+            m_value = qgetenv(name);
+            qunsetenv(name);
+        }
+    }
+    ~HiddenVariable()
+    {
+        if (m_set)
+            qputenv(m_name, m_value);
+    }
+    Q_DISABLE_COPY_MOVE(HiddenVariable)
+
+    [[nodiscard]] bool wasSet() const
+    {
+        return m_set;
+    }
+
+private:
+    const char *m_name;
+    bool m_set;
+    QByteArray m_value;
+};
+
 /// Makes the exit code and the standard error independent of what the launcher is started with.
 void keepQuiet()
 {
     // The toolkit comments on a locale that is not UTF-8; nobody reads it, and the standard error stays
     // empty.
     qInstallMessageHandler(dropMessage);
-    // A developer's wish to abort on such a comment is for the target. It is read at the first one.
-    constexpr const char *fatalWarnings = "QT_FATAL_WARNINGS";
-    if (qEnvironmentVariableIsSet(fatalWarnings)) {
-        const QByteArray wish = qgetenv(fatalWarnings);
-        qunsetenv(fatalWarnings);
+    // A developer's wish to abort on such a comment. The toolkit looks for it at the first comment.
+    if (const HiddenVariable fatalWarnings("QT_FATAL_WARNINGS"); fatalWarnings.wasSet())
         qWarning("dropped");
-        qputenv(fatalWarnings, wish);
-    }
 #ifdef Q_OS_UNIX
     // A trace that nobody reads must not end the run. A child gets the default back when it is started.
     std::signal(SIGPIPE, SIG_IGN);
@@ -56,6 +82,15 @@ void keepQuiet()
 #endif
 }
 
+Application makeApplication(int &argc, char **argv)
+{
+#if defined(LAUNCHER_WIDGETS) && defined(Q_OS_WIN)
+    // Built in is Windows, and no other platform that a user may have set for programs of his own.
+    const HiddenVariable platform("QT_QPA_PLATFORM");
+#endif
+    return Application(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -66,7 +101,7 @@ int main(int argc, char **argv)
     int toolkitArgc = 1;
     char noName[] = "";
     char *toolkitArgv[] = {argc > 0 ? argv[0] : noName, nullptr};
-    const Application application(toolkitArgc, toolkitArgv);
+    const Application application = makeApplication(toolkitArgc, toolkitArgv);
 
     // Lives until the process ends.
     static auto *const runtime = new AppRuntime(u"ZBASE"_s, argc, argv);
