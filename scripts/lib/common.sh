@@ -55,9 +55,13 @@ build() {
         if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$cache"; then
             rm -rf "$folder/CMakeFiles" "$cache" "$configured" # the checkout has been moved
         fi
+        # Another static Qt than last time, made by scripts/build-qt, means to begin again.
+        if [[ -f $configured && $(<"$configured") != "${APPRUNTIME_QT:-}" ]]; then
+            rm -rf "$folder/CMakeFiles" "$cache" "$configured"
+        fi
         if [[ ! $configured -nt $root/CMakePresets.json ]]; then
             (cd "$root" && cmake --preset "$preset") >&2
-            touch "$configured"
+            echo "${APPRUNTIME_QT:-}" >"$configured"
         fi
         local targets=("${@:-all}")
         if [[ $(ninja -C "$folder" -n "${targets[@]}" 2>&1) != *"no work to do"* ]]; then
