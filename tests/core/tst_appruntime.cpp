@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <support/localtext.h>
 
 #include <QTest>
 
@@ -39,8 +40,8 @@ void AppRuntimeTest::construction_data()
     QTest::newRow("toolkit options stay")
         << QByteArrayList{"p", "-style", "x", "-platform", "y", "-qmljsdebugger=port:1"} << u"p"_s
         << QStringList{u"-style"_s, u"x"_s, u"-platform"_s, u"y"_s, u"-qmljsdebugger=port:1"_s};
-    QTest::newRow("kanji") << QByteArrayList{u"漢/字"_s.toLocal8Bit(), u"ｶﾅ😀"_s.toLocal8Bit()} << u"漢/字"_s
-                           << QStringList{u"ｶﾅ😀"_s};
+    QTest::newRow("kanji") << QByteArrayList{u"漢/字"_s.toLocal8Bit(), u"ｶﾅ😀"_s.toLocal8Bit()}
+                           << throughLocal8Bit(u"漢/字"_s) << QStringList{throughLocal8Bit(u"ｶﾅ😀"_s)};
     QTest::newRow("blanks and line breaks")
         << QByteArrayList{"p", "a b", "c\nd"} << u"p"_s << QStringList{u"a b"_s, u"c\nd"_s};
 #ifndef Q_OS_WIN

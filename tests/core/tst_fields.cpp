@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
+#include <support/localtext.h>
 
 #include <QTest>
 
@@ -110,7 +111,9 @@ QList<Field> fieldsOf(const AppRuntime &runtime, const QString &path)
         text("fontName1", &R::fontName1, u"MS Gothic"_s),
         text("fontName2", &R::fontName2, u"MS Gothic"_s),
         {"version", &R::version, u"000800004"_s},
-        {"arguments", &R::arguments, full ? QStringList{u"one"_s, QString(), u"三"_s} : QStringList()},
+        {"arguments",
+         &R::arguments,
+         full ? QStringList{u"one"_s, QString(), throughLocal8Bit(u"三"_s)} : QStringList()},
         count("spareCount1", &R::spareCount1),
         flag("spareFlag1", &R::spareFlag1, true),
         number("spareInt2", &R::spareInt2),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
+#include <support/localtext.h>
 
 #include <QTest>
 
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void programDirectory();
     void hostName_data();
     void hostName();
+    void hostNameOfTheSystem();
     void noHostNameCommand();
     void fieldAndMember();
     void environmentValue_data();
@@ -30,19 +32,24 @@ private Q_SLOTS:
     void setupAgain();
 
 private:
+    static void useFakeHostName(const QByteArray &output);
+
     QByteArray m_path;
+    QString m_directory;
 };
 
 void PlatformTest::init()
 {
     m_path = qgetenv("PATH");
     qputenv("PATH", BuiltWith::fakes().toLocal8Bit() + QDir::listSeparator().toLatin1() + m_path);
+    m_directory = QDir::currentPath();
 }
 
 void PlatformTest::cleanup()
 {
     qputenv("PATH", m_path);
     qunsetenv("HELPER_HOSTNAME");
+    QDir::setCurrent(m_directory);
 }
 
 void PlatformTest::letter()
@@ -84,7 +91,7 @@ void PlatformTest::programDirectory()
     const QChar separator = BuiltWith::windowsRules() ? u'\\' : u'/';
     const QChar other = BuiltWith::windowsRules() ? u'/' : u'\\';
     for (QString *text : {&path, &directory, &mismatch})
-        text->replace(u'/', separator).replace(u'|', other);
+        *text = throughLocal8Bit(text->replace(u'/', separator).replace(u'|', other));
 
     QByteArray bytes = path.toLocal8Bit();
     char *argv[] = {bytes.data(), nullptr};
@@ -96,6 +103,14 @@ void PlatformTest::programDirectory()
         mismatch.isEmpty() ? QString() : u'"' + mismatch + u"\" not in('"_s + separator + u"')"_s
     );
     QCOMPARE(runtime.lastError, QString());
+}
+
+/// Puts the fake that prints `output` in front of the system's command, until the test ends.
+void PlatformTest::useFakeHostName(const QByteArray &output)
+{
+    qputenv("HELPER_HOSTNAME", output);
+    // Windows looks into its own folder before the search path, but into the current directory before that.
+    QVERIFY(QDir::setCurrent(BuiltWith::fakes()));
 }
 
 void PlatformTest::hostName_data()
@@ -143,7 +158,7 @@ void PlatformTest::hostName()
     QFETCH(QString, upper);
     QFETCH(QString, key);
 
-    qputenv("HELPER_HOSTNAME", output);
+    useFakeHostName(output);
     const AppRuntime runtime(u"TEST"_s);
     QCOMPARE(runtime.hostName, name);
     QCOMPARE(runtime.hostNameUpper, upper);
@@ -152,8 +167,21 @@ void PlatformTest::hostName()
     QCOMPARE(runtime.checkMessage, QString());
 }
 
+void PlatformTest::hostNameOfTheSystem()
+{
+#ifdef Q_OS_WIN
+    const AppRuntime runtime(u"TEST"_s);
+    QCOMPARE(runtime.hostName.compare(qEnvironmentVariable("COMPUTERNAME"), Qt::CaseInsensitive), 0);
+#else
+    QSKIP("Only Windows tells the name in another way too");
+#endif
+}
+
 void PlatformTest::noHostNameCommand()
 {
+#ifdef Q_OS_WIN
+    QSKIP("The system's own is found here without a search path");
+#endif
     qputenv("PATH", "/nowhere");
     const AppRuntime runtime(u"TEST"_s);
     QCOMPARE(runtime.hostName, QString());
@@ -164,7 +192,7 @@ void PlatformTest::noHostNameCommand()
 
 void PlatformTest::fieldAndMember()
 {
-    qputenv("HELPER_HOSTNAME", "before\n");
+    useFakeHostName("before\n");
     AppRuntime runtime(u"TEST"_s);
     qputenv("HELPER_HOSTNAME", "after\n");
     QCOMPARE(runtime.hostName, u"before"_s);

@@ -48,6 +48,7 @@ private Q_SLOTS:
     void detachedFails();
     void shellCommand_data();
     void shellCommand();
+    void shellOfTheSystem();
     void isSafePathText_data();
     void isSafePathText();
     void replaceLineBreaks_data();
@@ -101,9 +102,7 @@ void ProcessTest::arguments_data()
     QTest::newRow("toolkit options"
     ) << u"-style x -platform y -qmljsdebugger=port:1"_s
       << QStringList{u"-style"_s, u"x"_s, u"-platform"_s, u"y"_s, u"-qmljsdebugger=port:1"_s};
-#ifndef Q_OS_WIN
     QTest::newRow("Japanese") << u"漢字 ｶﾅ 😀"_s << QStringList{u"漢字"_s, u"ｶﾅ"_s, u"😀"_s};
-#endif
     QTest::newRow("lone dots") << u".. ... ."_s << QStringList{u".."_s, u"..."_s, u"."_s};
 }
 
@@ -299,9 +298,6 @@ void ProcessTest::shellCommand_data()
 
 void ProcessTest::shellCommand()
 {
-#ifdef Q_OS_WIN
-    QSKIP("Here the shell's own command is found first");
-#else
     QFETCH(QChar, letter);
     QFETCH(bool, extra);
     QFETCH(QString, command);
@@ -309,20 +305,42 @@ void ProcessTest::shellCommand()
     QFETCH(QStringList, arguments);
     QFETCH(QString, error);
 
-    QVERIFY(QFile::link(BuiltWith::helper(u"arguments"_s), m_directory->filePath(u"cmd"_s)));
     const QByteArray path = qgetenv("PATH");
+    const QString directory = QDir::currentPath();
+#ifdef Q_OS_WIN
+    // The current directory comes before the system's, and that before the search path.
+    QVERIFY(QFile::copy(BuiltWith::helper(u"arguments.exe"_s), m_directory->filePath(u"cmd.exe"_s)));
+    QVERIFY(QDir::setCurrent(m_directory->path()));
+#else
+    QVERIFY(QFile::link(BuiltWith::helper(u"arguments"_s), m_directory->filePath(u"cmd"_s)));
     qputenv("PATH", m_directory->path().toLocal8Bit() + ':' + path);
+#endif
     m_runtime->platformChar = letter;
     QCOMPARE(
         extra ? m_runtime->runShellCommand(command, u"not used"_s) : m_runtime->runShellCommand(command),
         result
     );
     qputenv("PATH", path);
+    QVERIFY(QDir::setCurrent(directory));
 
     const Report report = readReport(m_report);
     QCOMPARE(report.started, !arguments.isEmpty());
     QCOMPARE(report.arguments, arguments);
     QCOMPARE(m_runtime->lastError, error);
+}
+
+void ProcessTest::shellOfTheSystem()
+{
+#ifdef Q_OS_WIN
+    const QString directory = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_directory->path()));
+    QCOMPARE(m_runtime->runShellCommand(u"echo abc>漢字.txt"_s), 0);
+    QVERIFY(QDir::setCurrent(directory));
+    QFile file(m_directory->filePath(u"漢字.txt"_s));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("abc\r\n"));
+#else
+    QSKIP("There is no such shell on this system");
 #endif
 }
 

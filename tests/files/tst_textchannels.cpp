@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
+#include <support/localtext.h>
 
 #include <QTest>
 
@@ -80,6 +81,7 @@ private Q_SLOTS:
     void read();
     void readEncoding_data();
     void readEncoding();
+    void shiftJisOnDisk();
     void readFailure_data();
     void readFailure();
     void readSecondOpen();
@@ -300,7 +302,27 @@ void TextChannelsTest::readEncoding()
     QCOMPARE(m_runtime.checkMessage, message);
     QCOMPARE(m_runtime.lastError, u"old error"_s);
     QCOMPARE(channel.readLine(), 0);
-    QCOMPARE(channel.line, QString::fromLocal8Bit(kanji.toLocal8Bit()));
+    QCOMPARE(channel.line, utf8 ? kanji : throughLocal8Bit(kanji));
+}
+
+void TextChannelsTest::shiftJisOnDisk()
+{
+    if (!localIsShiftJis())
+        QSKIP("Only with the Japanese code page of Windows");
+    const QString text = u"漢字ｶﾅ表～"_s; // the second byte of one is a backslash
+    for (const QString &name : {u"SJIS"_s, u"shift_jis"_s, u"EUC-JP"_s}) {
+        TextWriteChannel writer(&m_runtime);
+        QVERIFY(writer.openWrite(path(u"out"_s), u"OT"_s, name));
+        QCOMPARE(writer.writeLine(text), 1);
+        writer.closeWrite();
+        QCOMPARE(bytesOf(path(u"out"_s)), "\x8a\xbf\x8e\x9a\xb6\xc5\x95\x5c\x81\x60\r\n"_ba);
+
+        TextReadChannel reader(&m_runtime);
+        QVERIFY(reader.openRead(path(u"out"_s), name));
+        QCOMPARE(reader.readLine(), 0);
+        QCOMPARE(reader.line, text);
+        QCOMPARE(reader.readLine(), 1);
+    }
 }
 
 void TextChannelsTest::readFailure_data()

@@ -8,7 +8,9 @@
 #include <string>
 #include <thread>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <process.h>
+#else
 #include <sys/types.h>
 #include <unistd.h>
 #endif
@@ -52,9 +54,7 @@ int main(int argc, char **argv)
 {
     const std::string verb = argc > 1 ? argv[1] : "";
     const int number = argc > 2 ? std::atoi(argv[2]) : 0;
-#ifndef _WIN32
     note(std::to_string(getpid()));
-#endif
 
     if (verb == "exit")
         return number;

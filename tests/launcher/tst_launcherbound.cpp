@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <support/builtwith.h>
+#include <support/localtext.h>
 
 #include <QTest>
 
@@ -49,12 +50,16 @@ void LauncherBoundTest::start(const char *name, const QStringList &words, const 
 {
     Run &run = m_runs[name];
     run.report = m_directory.filePath(QString::fromLatin1(name));
-    run.lines = (BuiltWith::windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n")
-        + words.join(u' ').toLocal8Bit() + " \n";
+    run.lines = consoleBytes(
+        (BuiltWith::windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n") + wordsLine(words)
+    );
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(extra);
     environment.insert(u"HELPER_OUTPUT"_s, run.report);
     run.process.setProcessEnvironment(environment);
+    if (!extra.isEmpty())
+        run.process.setWorkingDirectory(BuiltWith::fakes()
+        ); // looked in first on Windows, before the system's folder
     connect(&run.process, &QProcess::finished, this, [this, &run] { run.milliseconds = m_clock.elapsed(); });
     run.process.start(BuiltWith::launcher(), words);
 }
@@ -80,6 +85,9 @@ void LauncherBoundTest::initTestCase()
     start("ignores signals", {behave, u"ignore"_s});
     start("stops itself", {behave, u"stop"_s});
     start("closes its outputs", {behave, u"close"_s});
+#endif
+#ifdef Q_OS_WIN
+    start("the shell waits for a key", {u"cmd"_s, u"/c"_s, u"pause"_s});
 #endif
     QProcessEnvironment fakes;
     const QString path

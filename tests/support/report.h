@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArrayList>
 #include <QString>
 #include <QStringList>
 
@@ -10,7 +9,7 @@ struct Report {
     QStringList arguments;
     QString directory;
     QString standardInput; ///< "open" or "ended".
-    QByteArrayList environment;
+    QStringList environment;
     bool started{false};
 };
 
