@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 // NOLINTNEXTLINE(readability-make-member-function-const)
 int VersionInfo::writeVersionFile(const QStringList &arguments)
 {
-    if (arguments.size() != 2)
-        return 0;
-    if (!runtime->checkIn(arguments[0].toUpper(), u"VERSION"_s)
-        || !runtime->checkIn(arguments[1].toUpper(), u"VERSION"_s))
+    const auto asksForVersion = [this](const QString &word) {
+        return runtime->checkIn(word.toUpper(), u"VERSION"_s);
+    };
+    if (arguments.size() != 2 || !asksForVersion(arguments[0]) || !asksForVersion(arguments[1]))
         return 0;
 
     const QString &separator = runtime->pathSeparator;
