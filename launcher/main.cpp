@@ -26,8 +26,10 @@ namespace
 
 void dropMessage(QtMsgType type, const QMessageLogContext &, const QString &)
 {
+    // GCOVR_EXCL_START: whoever goes this way leaves no counts behind
     if (type == QtFatalMsg)
         std::_Exit(0); // the toolkit would abort
+    // GCOVR_EXCL_STOP
 }
 
 /// Hides a variable from the toolkit for a while; it is meant for the target.
@@ -76,8 +78,10 @@ void keepQuiet()
     // A standard stream that is closed would be given out again as a pipe to a child, and the trace written
     // into it. Each open() takes the lowest free number, which is the one found closed.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        // GCOVR_EXCL_START: a process that may open nothing cannot write its counts either
         if (::fcntl(descriptor, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) != descriptor)
             return;
+        // GCOVR_EXCL_STOP
     }
 #endif
 }
@@ -100,11 +104,15 @@ int main(int argc, char **argv)
     // The toolkit sees the program's name alone: options like -platform are for the target, and stay whole.
     int toolkitArgc = 1;
     char noName[] = "";
+    // GCOVR_EXCL_BR_START: a newer kernel gives an empty name to who has none
     char *toolkitArgv[] = {argc > 0 ? argv[0] : noName, nullptr};
+    // GCOVR_EXCL_BR_STOP
     const Application application = makeApplication(toolkitArgc, toolkitArgv);
 
     // Lives until the process ends.
+    // GCOVR_EXCL_BR_START: how the compiler guards what is static
     static auto *const runtime = new AppRuntime(u"ZBASE"_s, argc, argv);
+    // GCOVR_EXCL_BR_STOP
     const QStringList &words = *runtime->arguments;
 
     const QString program = runtime->elementAt(words, 0);

@@ -85,7 +85,9 @@ constexpr Lookup lookup = makeLookup();
 
 bool hasVectorPath()
 {
+    // GCOVR_EXCL_BR_START: one processor has one answer
     return __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vbmi2");
+    // GCOVR_EXCL_BR_STOP
 }
 
 /// A bit for each of the first `count` units; all for 32 and more.
@@ -158,7 +160,9 @@ QString AppRuntime::toFullWidth(const QString &text) const
     auto *const out = reinterpret_cast<char16_t *>(result.data());
 #ifdef APPRUNTIME_HAS_VECTOR_PATH
     constexpr qsizetype worthIt = 8; // below, setting up takes longer than the work
+    // GCOVR_EXCL_BR_START: as in hasVectorPath()
     const auto write = text.size() >= worthIt && hasVectorPath() ? writeFullWidthVector : writeFullWidth;
+    // GCOVR_EXCL_BR_STOP
 #else
     const auto write = writeFullWidth;
 #endif

@@ -314,6 +314,8 @@ void ShapingTest::replaceInLongTexts()
     QCOMPARE(m_runtime.replace(u"ab"_s.repeated(times), u"a"_s, u"xyz"_s), u"xyzb"_s.repeated(times));
     QCOMPARE(m_runtime.replace(u"ab"_s.repeated(times), u"ab"_s, u"x"_s), QString(times, u'x'));
     QCOMPARE(m_runtime.replace(QString(times, u'a'), u""_s, u"x"_s), u"xa"_s.repeated(times) + u'x');
+    const QString plain(times, u'a');
+    QCOMPARE(m_runtime.replace(plain, u"b"_s, u"x"_s).constData(), plain.constData()); // not even a copy
 }
 
 void ShapingTest::argumentsOfEveryKind()
