@@ -109,6 +109,7 @@ public:
     /// `scanCursor`, `scanSource` and `scanDelimiter` hold no object.
     explicit AppRuntime(const QString &name);
 
+    /// Releases what the pointers hold.
     ~AppRuntime();
 
     Q_DISABLE_COPY_MOVE(AppRuntime)
@@ -399,7 +400,7 @@ public:
     /// @{
 
     /// Whether the path says where its file is: its second character is a colon, or it begins with the
-    /// separator, `.` and the separator, or `..` and the separator. `.` and `..` alone do not.
+    /// separator, or with one dot or two and the separator behind them. Dots alone do not say it.
     [[nodiscard]] bool isExplicitPath(const QString &path) const;
 
     /// The path as it is when isExplicitPath(), else behind the temporary directory: on 'W', `SUB\A.TXT`

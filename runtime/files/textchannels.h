@@ -99,6 +99,7 @@ public:
 
     /// Opens a file for writing; it is made when there is none. True when it is open.
     ///
+    /// \param newFileName the file, absolute or from the current directory.
     /// \param mode `OT` empties a file that is there, `ADD` appends to it; every other word, `ot` included,
     ///     empties it as `OT` does.
     /// \param encodingSpec the encoding's name as for TextReadChannel::openRead(), or that name, a comma and
