@@ -68,7 +68,7 @@ function ends() { declaring = !/;( *\/\/.*)?$/ }
             print comment
         shared = 1
     } else if (!fresh && !/\/\/\/</ && /\{/) {
-        spare = "/** Kept for programs of the family; no member of the runtime reads it. */"
+        spare = "/** Kept for programs of the family. */"
         match($0, /^    [^ ]+/)
         type = substr($0, 1, RLENGTH)
         gsub(/\}, /, "};" type " ")
