@@ -19,12 +19,12 @@ class QTextStream;
 ///
 /// \code
 /// TextReadChannel in(&runtime);
-/// if (in.openRead(u"/data/codes.csv"_s, u"UTF-8"_s)) {
+/// if (in.openRead(u"codes.csv"_s, u"UTF-8"_s)) {
 ///     while (in.readLine() == 0)
-///         use(in.line);
+///         runtime.writeTrace(in.line);
 ///     in.closeRead();
 /// } else {
-///     runtime.writeTrace(runtime.lastError); // open read error(/data/codes.csv)
+///     runtime.writeTrace(runtime.lastError); // open read error(codes.csv)
 /// }
 /// \endcode
 ///
@@ -76,7 +76,7 @@ public:
 ///
 /// \code
 /// TextWriteChannel out(&runtime);
-/// if (out.openWrite(u"/data/codes.csv"_s, u"OT"_s, u"UTF-8,U"_s)) {
+/// if (out.openWrite(u"codes.csv"_s, u"OT"_s, u"UTF-8,U"_s)) {
 ///     out.writeLine(u"0600000,北海道"_s);
 ///     out.closeWrite();
 /// }
