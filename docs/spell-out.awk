@@ -40,6 +40,9 @@ FNR == 1 { page = FILENAME ~ /\.md$/ }
 /^```/ { fenced = !fenced }
 !fenced && /`/ && /\047/ { $0 = code($0) }
 page {
+    if ($0 == "# AppRuntime") # one README of several is the first page
+        $0 = $0 " {#mainpage}"
+    gsub(/\]\(README\.md\)/, "](index.html)")
     if (!fenced)
         $0 = linked($0)
     print
