@@ -11,6 +11,13 @@ if(BUILD_SHARED_LIBS AND NOT WIN32)
 endif()
 
 install(TARGETS launcher RUNTIME COMPONENT launcher)
+if(NOT WIN32)
+    install(
+        FILES "${PROJECT_SOURCE_DIR}/launcher/launcher.1"
+        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1"
+        COMPONENT launcher
+    )
+endif()
 install(
     TARGETS AppRuntime
     EXPORT AppRuntimeTargets
@@ -62,4 +69,25 @@ install(
         "${PROJECT_BINARY_DIR}/AppRuntimeConfigVersion.cmake"
     DESTINATION "${package_folder}"
     COMPONENT development
+)
+
+# For builds without CMake. Like the CMake package, it works wherever it is put.
+file(RELATIVE_PATH prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
+set(static_cflags "")
+if(NOT BUILD_SHARED_LIBS)
+    set(static_cflags " -DAPPRUNTIME_STATIC")
+endif()
+configure_file(cmake/appruntime.pc.in "${PROJECT_BINARY_DIR}/appruntime.pc" @ONLY)
+install(
+    FILES "${PROJECT_BINARY_DIR}/appruntime.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+    COMPONENT development
+)
+
+# For archives; a distribution's packages have papers of their own form.
+install(
+    FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/appruntime"
+    COMPONENT papers
 )

@@ -26,6 +26,31 @@ else()
     run("${WORK}/moved/bin/launcher" "${CMAKE_COMMAND}" --version)
     set(options "-DCMAKE_PREFIX_PATH=${WORK}/moved")
 endif()
+
+if(KIND STREQUAL "package" AND PKG_CONFIG)
+    file(GLOB_RECURSE module "${WORK}/moved/*/appruntime.pc")
+    get_filename_component(module_folder "${module}" DIRECTORY)
+    get_filename_component(library_folder "${module_folder}" DIRECTORY)
+    set(ENV{PKG_CONFIG_PATH} "${module_folder}:$ENV{PKG_CONFIG_PATH}")
+    execute_process(
+        COMMAND "${PKG_CONFIG}" --cflags --libs "appruntime >= 8.0.4"
+        OUTPUT_VARIABLE flags
+        COMMAND_ERROR_IS_FATAL ANY
+    )
+    separate_arguments(flags UNIX_COMMAND "${FLAGS} ${flags}")
+    run(
+        "${COMPILER}" -std=c++20 -fPIC "${SOURCE}/tests/consumer/main.cpp" -o "${WORK}/without_cmake" ${flags}
+        "-Wl,-rpath,${library_folder}"
+    )
+    execute_process(
+        COMMAND "${WORK}/without_cmake" one two
+        OUTPUT_VARIABLE printed
+        COMMAND_ERROR_IS_FATAL ANY
+    )
+    if(NOT printed STREQUAL "CONSUMER 37/8.0.4 2 \"one\" not in('two')\n")
+        message(FATAL_ERROR "The consumer built by pkg-config's flags printed: ${printed}")
+    endif()
+endif()
 run("${CMAKE_COMMAND}" -S "${SOURCE}/tests/consumer" -B "${WORK}/consumer" ${common} ${options})
 run("${CMAKE_COMMAND}" --build "${WORK}/consumer" --target consumer)
 run("${CMAKE_CTEST_COMMAND}" --test-dir "${WORK}/consumer" --output-on-failure)
