@@ -1,6 +1,7 @@
-# What only those who work on this project build: tests, benchmarks and examples.
+# What only those who work on this project build: tests, fuzz targets, benchmarks and examples.
 option(APPRUNTIME_TESTS "Build the tests" ON)
 option(APPRUNTIME_BOTH_LETTERS "Test the rules of Windows beside this system's own" ON)
+option(APPRUNTIME_FUZZ_ENGINE "Build the fuzz targets with the engine of clang instead of as tests" OFF)
 option(APPRUNTIME_BENCHMARKS "Build the benchmarks where Google Benchmark is installed" ON)
 option(APPRUNTIME_EXAMPLES "Build the examples" ON)
 
@@ -15,6 +16,10 @@ if(APPRUNTIME_TESTS)
         )
     endif()
     add_subdirectory(tests)
+endif()
+
+if(APPRUNTIME_TESTS OR APPRUNTIME_FUZZ_ENGINE)
+    add_subdirectory(fuzz)
 endif()
 
 if(APPRUNTIME_BENCHMARKS)
