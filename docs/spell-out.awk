@@ -43,6 +43,7 @@ page {
     if ($0 == "# AppRuntime") # one README of several is the first page
         $0 = $0 " {#mainpage}"
     gsub(/\]\(README\.md\)/, "](index.html)")
+    gsub(/\]\((\.\.\/)?runtime\/core\/appruntime\.h\)/, "](classAppRuntime.html)")
     if (!fenced)
         $0 = linked($0)
     print
