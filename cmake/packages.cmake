@@ -2,7 +2,10 @@
 # built, and the launcher. scripts/package makes both.
 set(CPACK_PACKAGE_NAME appruntime)
 set(CPACK_PACKAGE_VENDOR "The AppRuntime authors")
-set(CPACK_PACKAGE_CONTACT "The AppRuntime authors <appruntime@localhost>")
+# Who distributes the packages gives an address that mail reaches.
+if(NOT DEFINED CPACK_PACKAGE_CONTACT)
+    set(CPACK_PACKAGE_CONTACT "The AppRuntime authors <appruntime@localhost>")
+endif()
 # Left empty, or it would stand as the first line of every Debian package's own description.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_FILE_NAME
@@ -30,13 +33,12 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${debian_library}")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "shared runtime of a family of business programs
-Settings, trace, running of programs, text files and records, and Japanese-aware texts, dates, numbers and check
-digits for programs on Qt."
+Settings, trace, running of programs, text files and records, and
+Japanese-aware texts, dates, numbers and check digits for programs on Qt."
 )
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libappruntime-dev)
@@ -56,7 +58,8 @@ set(CPACK_DEBIAN_LAUNCHER_PACKAGE_DEPENDS "${debian_library} (= ${debian_version
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/runtime")
 set(CPACK_COMPONENT_LAUNCHER_DESCRIPTION
     "console launcher for a family of business programs
-Prints a banner and the command line, runs a program for at most 30 seconds and drops its output."
+Prints a banner and the command line, runs a program for at most 30
+seconds and drops its output."
 )
 
 # What every Debian package carries beside its files is made when the set is.
