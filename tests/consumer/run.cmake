@@ -31,7 +31,7 @@ if(KIND STREQUAL "package" AND PKG_CONFIG)
     file(GLOB_RECURSE module "${WORK}/moved/*/appruntime.pc")
     get_filename_component(module_folder "${module}" DIRECTORY)
     get_filename_component(library_folder "${module_folder}" DIRECTORY)
-    set(ENV{PKG_CONFIG_PATH} "${module_folder}:$ENV{PKG_CONFIG_PATH}")
+    set(ENV{PKG_CONFIG_PATH} "${module_folder}:${QT_MODULES}:$ENV{PKG_CONFIG_PATH}")
     execute_process(
         COMMAND "${PKG_CONFIG}" --cflags --libs "appruntime >= 8.0.4"
         OUTPUT_VARIABLE flags
