@@ -22,6 +22,12 @@ struct FormField {
     QString (*check)(AppRuntime &runtime, const QString &value); ///< The complaint; empty when all is well.
 };
 
+/// What a check character is computed of; a field may have been left empty.
+QString withoutLast(const QString &value)
+{
+    return value.first(qMax(value.size() - 1, 0));
+}
+
 QString digitsWithCheck(AppRuntime &runtime, const QString &value, int digits, const QString &checkDigit)
 {
     const bool numeric
@@ -33,17 +39,17 @@ QString digitsWithCheck(AppRuntime &runtime, const QString &value, int digits, c
 
 QString checkArticle(AppRuntime &runtime, const QString &value)
 {
-    return digitsWithCheck(runtime, value, 13, runtime.mod10CheckDigit(value.chopped(1)));
+    return digitsWithCheck(runtime, value, 13, runtime.mod10CheckDigit(withoutLast(value)));
 }
 
 QString checkCustomer(AppRuntime &runtime, const QString &value)
 {
-    return digitsWithCheck(runtime, value, 6, runtime.mod11CheckDigit(value.chopped(1)));
+    return digitsWithCheck(runtime, value, 6, runtime.mod11CheckDigit(withoutLast(value)));
 }
 
 QString checkShelf(AppRuntime &runtime, const QString &value)
 {
-    const QString character = runtime.code39CheckChar(value.chopped(1));
+    const QString character = runtime.code39CheckChar(withoutLast(value));
     if (character.isEmpty())
         return runtime.messageText(u"MSG_CODE39"_s);
     return value.endsWith(character) ? QString() : runtime.messageText(u"MSG_CHECK"_s).arg(character);
@@ -126,7 +132,7 @@ int main(int argc, char **argv)
         const QString value = runtime.elementAt(entry, 1);
         const auto *const field
             = std::find_if(std::begin(form), std::end(form), [&](const FormField &candidate) {
-                  return candidate.name == entry[0];
+                  return candidate.name == runtime.elementAt(entry, 0);
               });
         if (field == std::end(form))
             continue;
