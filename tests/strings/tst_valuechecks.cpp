@@ -187,6 +187,16 @@ void ValueChecksTest::checkInTakesItsOwnMessage()
     QCOMPARE(m_runtime.checkMessage, u"\"x\" not in('\"old\" not in('x')')"_s);
     QVERIFY(m_runtime.checkIn(m_runtime.checkMessage, m_runtime.checkMessage));
 
+    // With room for the new words, they would be written over the old ones while these are being read.
+    m_runtime.checkMessage = u"old"_s;
+    m_runtime.checkMessage.reserve(1000);
+    QVERIFY(!m_runtime.checkIn(u"x"_s, u"y"_s, m_runtime.checkMessage, u"z"_s));
+    QCOMPARE(m_runtime.checkMessage, u"\"x\" not in('y','old','z')"_s);
+    m_runtime.checkMessage = u"old"_s;
+    m_runtime.checkMessage.reserve(1000);
+    QVERIFY(!m_runtime.checkIn(m_runtime.checkMessage, u"x"_s));
+    QCOMPARE(m_runtime.checkMessage, u"\"old\" not in('x')"_s);
+
     // A copy that somebody kept stays what it was.
     const QString kept = m_runtime.checkMessage;
     const QString copy = QString(kept.constData(), kept.size());
