@@ -220,6 +220,8 @@ void DateNormalisationTest::normalizeDate()
 
     QCOMPARE(m_runtime.normalizeDate(text, minYearFlag), date);
     QCOMPARE(m_runtime.normalizeDate(date, minYearFlag), date);
+    // The NUL behind the last place stays, for whoever hands the text on to the system.
+    QCOMPARE(*m_runtime.normalizeDate(date, minYearFlag).constEnd(), QChar(u'\0'));
     QVERIFY(QDate::fromString(date, u"yyyyMMdd"_s).isValid());
 }
 
@@ -374,6 +376,7 @@ void DateNormalisationTest::normalizeDateTime()
 
     QCOMPARE(m_runtime.normalizeDateTime(text), moment);
     QCOMPARE(m_runtime.normalizeDateTime(moment), moment);
+    QCOMPARE(*m_runtime.normalizeDateTime(moment).constEnd(), QChar(u'\0'));
 }
 
 void DateNormalisationTest::normalizeDateTimeClampsEveryPair()

@@ -219,6 +219,7 @@ void SearchingTest::indexOfAny_data()
 
     const QString text = u"2024-01/02"_s;
     QTest::newRow("first of the text, not of the characters") << text << u"/-"_s << 0 << 4;
+    QTest::newRow("first unit") << text << u"-2"_s << 0 << 0;
     QTest::newRow("at it") << text << u"/-"_s << 4 << 4;
     QTest::newRow("behind it") << text << u"/-"_s << 5 << 7;
     QTest::newRow("behind the last") << text << u"/-"_s << 8 << -1;
