@@ -62,6 +62,10 @@ int main(int argc, char **argv)
         std::abort();
     if (verb == "sleep")
         sleepLong();
+    if (verb == "nap") {
+        std::this_thread::sleep_for(std::chrono::milliseconds(number));
+        note("rested");
+    }
     if (verb == "flood")
         flood(true, true, static_cast<std::size_t>(number));
     if (verb == "flood-error")

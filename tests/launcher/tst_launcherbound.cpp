@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <support/builtwith.h>
 #include <support/localtext.h>
+#include <support/processes.h>
 
 #include <QTest>
 
@@ -8,7 +9,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #ifdef Q_OS_UNIX
@@ -39,7 +39,6 @@ private:
     };
 
     void start(const char *name, const QStringList &words, const QProcessEnvironment &extra = {});
-    static qint64 peakKilobytes(qint64 pid);
 
     QTemporaryDir m_directory;
     QElapsedTimer m_clock;
@@ -62,16 +61,6 @@ void LauncherBoundTest::start(const char *name, const QStringList &words, const 
         ); // looked in first on Windows, before the system's folder
     connect(&run.process, &QProcess::finished, this, [this, &run] { run.milliseconds = m_clock.elapsed(); });
     run.process.start(BuiltWith::launcher(), words);
-}
-
-/// The most memory that a living process has had in use so far; 0 where the system does not tell.
-qint64 LauncherBoundTest::peakKilobytes(qint64 pid)
-{
-    QFile status(u"/proc/%1/status"_s.arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    static const QRegularExpression peak(u"VmHWM:\\s*(\\d+) kB"_s);
-    return peak.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
 }
 
 void LauncherBoundTest::initTestCase()

@@ -1,0 +1,353 @@
+// SPDX-License-Identifier: MIT
+#include <support/builtwith.h>
+#include <support/processes.h>
+#include <support/report.h>
+#include <support/smalldisk.h>
+
+#include <QTest>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <functional>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr uid_t nobody = 65534;
+
+bool lives(pid_t process)
+{
+    return kill(process, 0) == 0 || errno != ESRCH;
+}
+
+void limit(int resource, rlim_t value)
+{
+    const rlimit both{value, value};
+    setrlimit(static_cast<__rlimit_resource_t>(resource), &both);
+}
+
+} // namespace
+
+/// The launcher on a system that is short of everything, with targets that do what they like: it says its two
+/// lines where it can, ends with 0, and leaves nothing behind.
+class LauncherFaultsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void fewDescriptors_data();
+    void fewDescriptors();
+    void noProcess();
+    void unreadableDirectory();
+    void fullDisk();
+    void hostNameCommand_data();
+    void hostNameCommand();
+    void leavesTheRest();
+    void gigabytes();
+    void harmlessSignals();
+    void endingSignals_data();
+    void endingSignals();
+    void programNames_data();
+    void programNames();
+    void wordsThatAreNoText();
+    void targetGetsNoDescriptors();
+
+private:
+    void launch(const QStringList &words, const std::function<void()> &before = {});
+    void verifyQuiet(const QStringList &words);
+    [[nodiscard]] QByteArray noted() const;
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QProcess> m_process;
+    QProcessEnvironment m_environment;
+    QString m_report;
+    const QString m_arguments{BuiltWith::helper(u"arguments"_s)};
+    const QString m_behave{BuiltWith::helper(u"behave"_s)};
+};
+
+void LauncherFaultsTest::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_process = std::make_unique<QProcess>();
+    m_report = m_directory->filePath(u"report"_s);
+    m_environment = QProcessEnvironment::systemEnvironment();
+    m_environment.insert(u"HELPER_OUTPUT"_s, m_report);
+}
+
+void LauncherFaultsTest::cleanup()
+{
+    m_process.reset();
+    const bool noChildren = waitpid(-1, nullptr, WNOHANG) < 0 && errno == ECHILD;
+    QVERIFY(noChildren);
+}
+
+/// Starts the launcher, in whose process `before` is called first.
+void LauncherFaultsTest::launch(const QStringList &words, const std::function<void()> &before)
+{
+    m_process->setProcessEnvironment(m_environment);
+    if (before)
+        m_process->setChildProcessModifier(before);
+    m_process->start(BuiltWith::launcher(), words);
+}
+
+/// Waits for the end, and for nothing but the two lines.
+void LauncherFaultsTest::verifyQuiet(const QStringList &words)
+{
+    QVERIFY(m_process->waitForFinished(25'000)); // the bound of a target would be longer
+    QCOMPARE(m_process->readAllStandardError(), QByteArray());
+    QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_process->exitCode(), 0);
+    const QByteArray banner = BuiltWith::windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n";
+    QCOMPARE(m_process->readAllStandardOutput(), banner + words.join(u' ').toLocal8Bit() + " \n");
+}
+
+QByteArray LauncherFaultsTest::noted() const
+{
+    QFile file(m_report);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void LauncherFaultsTest::fewDescriptors_data()
+{
+    QTest::addColumn<int>("descriptors");
+    QTest::addColumn<bool>("enough");
+    for (const int few : {4, 5, 6, 7, 8, 9, 10, 11}) // with 3 not even the libraries are loaded
+        QTest::addRow("%d", few) << few << false;
+    QTest::newRow("64") << 64 << true;
+}
+
+void LauncherFaultsTest::fewDescriptors()
+{
+    QFETCH(int, descriptors);
+    QFETCH(bool, enough);
+
+    launch({m_arguments, u"x"_s}, [descriptors] {
+        for (int others = STDERR_FILENO + 1; others < 256; ++others)
+            fcntl(others, F_SETFD, FD_CLOEXEC); // whatever this test was started with
+        limit(RLIMIT_NOFILE, static_cast<rlim_t>(descriptors));
+    });
+    verifyQuiet({m_arguments, u"x"_s});
+    if (enough)
+        QVERIFY(readReport(m_report).started);
+}
+
+void LauncherFaultsTest::noProcess()
+{
+    // The superuser has no such limit.
+    launch({m_arguments, u"x"_s}, [] {
+        if (geteuid() == 0 && setuid(nobody) != 0)
+            _exit(0);
+        limit(RLIMIT_NPROC, 0);
+    });
+    if (!m_process->waitForStarted())
+        QSKIP("The build folder is private: nobody else can start the launcher");
+    verifyQuiet({m_arguments, u"x"_s});
+    QVERIFY(!readReport(m_report).started);
+}
+
+void LauncherFaultsTest::unreadableDirectory()
+{
+    const QByteArray closed = QFile::encodeName(m_directory->filePath(u"closed"_s));
+    QCOMPARE(mkdir(closed.constData(), 0700), 0);
+    QCOMPARE(chmod(QFile::encodeName(m_directory->path()).constData(), 0777), 0);
+    launch({m_arguments, u"x"_s}, [&closed] {
+        if (chdir(closed.constData()) != 0 || chmod(closed.constData(), 0) != 0
+            || (geteuid() == 0 && setuid(nobody) != 0))
+            _exit(0);
+    });
+    if (!m_process->waitForStarted())
+        QSKIP("The build folder is private: nobody else can start the launcher");
+    verifyQuiet({m_arguments, u"x"_s});
+    QCOMPARE(readReport(m_report).arguments, (QStringList{u"x"_s, u""_s}));
+    QCOMPARE(chmod(closed.constData(), 0700), 0);
+}
+
+void LauncherFaultsTest::fullDisk()
+{
+    const SmallDisk disk;
+    if (!disk.isMounted())
+        QSKIP("Only the superuser can mount a file system to fill up");
+    const QString name = disk.filePath(u"trace"_s);
+    QFile trace(name);
+    QVERIFY(trace.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (trace.write(QByteArray(4096, 'x')) == 4096) { }
+    trace.close();
+    const qint64 full = trace.size();
+    QVERIFY(full > 0);
+
+    m_process->setStandardOutputFile(name, QIODevice::Append);
+    launch({m_arguments, u"x"_s});
+    QVERIFY(m_process->waitForFinished());
+    QCOMPARE(m_process->readAllStandardError(), QByteArray());
+    QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_process->exitCode(), 0);
+    QVERIFY(readReport(m_report).started);
+    QVERIFY(trace.open(QIODevice::ReadOnly));
+    QCOMPARE(trace.readAll(), QByteArray(full, 'x'));
+}
+
+void LauncherFaultsTest::hostNameCommand_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::newRow("prints nothing") << QByteArray();
+    QTest::newRow("prints a megabyte") << QByteArray("megabyte");
+    QTest::newRow("prints no UTF-8") << QByteArray("\xff\xfe\x80.\xc3");
+    QTest::newRow("fails") << QByteArray("error");
+}
+
+void LauncherFaultsTest::hostNameCommand()
+{
+    QFETCH(QByteArray, output);
+    const QByteArray path = qgetenv("PATH"), report = QFile::encodeName(m_report);
+    qputenv("PATH", QFile::encodeName(BuiltWith::fakes()) + ':' + path); // whose bytes no text could hold
+    qputenv("HELPER_HOSTNAME", output);
+    qputenv("HELPER_OUTPUT", report);
+    m_process->start(BuiltWith::launcher(), {m_arguments, u"x"_s});
+    qputenv("PATH", path);
+    qunsetenv("HELPER_HOSTNAME");
+    verifyQuiet({m_arguments, u"x"_s});
+    QVERIFY(readReport(m_report).started);
+}
+
+void LauncherFaultsTest::leavesTheRest()
+{
+    // What a target leaves behind keeps its pipes, and even prints.
+    for (const QString &verb : {u"leave"_s, u"leave-flood"_s}) {
+        launch({m_behave, verb});
+        verifyQuiet({m_behave, verb});
+        const auto child = static_cast<pid_t>(noted().toLong());
+        QVERIFY(child > 0);
+        kill(child, SIGKILL);
+    }
+}
+
+void LauncherFaultsTest::gigabytes()
+{
+    launch({m_behave, u"flood"_s, u"1000000000"_s}); // on each of both outputs
+    qint64 peak = 0;
+    QVERIFY(m_process->waitForStarted());
+    for (int i = 0; i < 20; ++i) { // it is constant from early on
+        peak = qMax(peak, peakKilobytes(m_process->processId()));
+        QTest::qSleep(10);
+    }
+    verifyQuiet({m_behave, u"flood"_s, u"1000000000"_s});
+#ifndef __SANITIZE_ADDRESS__
+    QVERIFY2(peak < 40'000, qPrintable(u"%1 kB"_s.arg(peak)));
+#endif
+}
+
+void LauncherFaultsTest::harmlessSignals()
+{
+    const QStringList words{m_behave, u"nap"_s, u"1500"_s};
+    launch(words);
+    QTRY_VERIFY(noted().toLong() > 0);
+    const auto launcher = static_cast<pid_t>(m_process->processId());
+    for (const int signal : {SIGCHLD, SIGCONT, SIGWINCH, SIGURG, SIGPIPE, SIGSTOP, SIGCONT}) {
+        QCOMPARE(kill(launcher, signal), 0);
+        QTest::qWait(20);
+    }
+    verifyQuiet(words);
+    QCOMPARE(noted(), "rested"); // waited for to the end
+}
+
+void LauncherFaultsTest::endingSignals_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("interrupt") << SIGINT;
+    QTest::newRow("terminate") << SIGTERM;
+    QTest::newRow("hang up") << SIGHUP;
+    QTest::newRow("kill") << SIGKILL;
+}
+
+void LauncherFaultsTest::endingSignals()
+{
+    QFETCH(int, signal);
+
+    launch({m_behave, u"sleep"_s});
+    QTRY_VERIFY(noted().toLong() > 0);
+    const auto target = static_cast<pid_t>(noted().toLong());
+    QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), signal), 0);
+    QVERIFY(m_process->waitForFinished(5'000)); // at once, and as whoever sent it expects
+    QCOMPARE(m_process->exitStatus(), QProcess::CrashExit);
+    QCOMPARE(m_process->exitCode(), signal);
+    QVERIFY(m_process->readAllStandardOutput().endsWith("sleep \n"));
+    QVERIFY(lives(target)); // a terminal's signals reach it too, these were for the launcher alone
+    kill(target, SIGKILL);
+}
+
+void LauncherFaultsTest::programNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("possible");
+    QTest::newRow("blanks at the ends") << u" a "_s << true;
+    QTest::newRow("control characters") << u"\a\u001b[31m"_s << true;
+    QTest::newRow("quotes and wildcards") << u"'\"*?$x`y`;"_s << true;
+    QTest::newRow("255 bytes") << QString(255, u'x') << true;
+    QTest::newRow("255 bytes of kana") << QString(85, u'あ') << true;
+    QTest::newRow("256 bytes") << QString(256, u'x') << false;
+    QTest::newRow("line feed") << u"a\nb"_s << false; // a blank by the time it is looked for
+}
+
+void LauncherFaultsTest::programNames()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, possible);
+
+    const QString program = m_directory->filePath(name);
+    QCOMPARE(QFile::link(m_arguments, program), name.toUtf8().size() < 256);
+    launch({program, u"x"_s});
+    verifyQuiet({program, u"x"_s});
+    QCOMPARE(readReport(m_report).started, possible);
+}
+
+void LauncherFaultsTest::wordsThatAreNoText()
+{
+    m_process->setProcessEnvironment(m_environment);
+    const QString script = u"exec \"$0\" \"$1\" \"$(printf 'a\\377b')\" \"$(printf '\\200')\""_s;
+    m_process->start(u"sh"_s, {u"-c"_s, script, BuiltWith::launcher(), m_arguments});
+    // What is no character of the local encoding is shown, and arrives, as the replacement.
+    verifyQuiet({m_arguments, u"a\ufffdb"_s, u"\ufffd"_s});
+    QCOMPARE(readReport(m_report).arguments, (QStringList{u"a\ufffdb"_s, u"\ufffd"_s, u""_s}));
+}
+
+void LauncherFaultsTest::targetGetsNoDescriptors()
+{
+#ifndef Q_OS_LINUX
+    QSKIP("The system does not tell what a process has open");
+#else
+    const QString program = m_directory->filePath(u"target"_s);
+    QFile script(program);
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("#!/bin/sh\nls /proc/self/fd >\"$HELPER_OUTPUT\"\n");
+    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    script.close();
+    // What this test was started with is everybody's.
+    qputenv("HELPER_OUTPUT", QFile::encodeName(m_report));
+    QCOMPARE(QProcess::execute(program), 0);
+    const QByteArray inherited = noted();
+    QVERIFY(inherited.startsWith("0\n1\n"));
+    QVERIFY(QFile::remove(m_report));
+
+    launch({program});
+    verifyQuiet({program});
+    QCOMPARE(noted(), inherited);
+#endif
+}
+
+QTEST_GUILESS_MAIN(LauncherFaultsTest)
+#include "tst_launcherfaults.moc"

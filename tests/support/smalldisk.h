@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+
+/// A file system of 64 KiB, as long as the object lives. Only the superuser may mount one.
+class SmallDisk
+{
+public:
+    SmallDisk();
+    ~SmallDisk();
+    Q_DISABLE_COPY_MOVE(SmallDisk)
+
+    static constexpr int size = 65536;
+
+    /// Whether there is one.
+    [[nodiscard]] bool isMounted() const
+    {
+        return m_mounted;
+    }
+
+    [[nodiscard]] QString filePath(const QString &name) const
+    {
+        return m_folder.filePath(name);
+    }
+
+private:
+    QTemporaryDir m_folder;
+    bool m_mounted{false};
+};
