@@ -3,7 +3,9 @@
 #include <runtime/core/systemname.h>
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 namespace
 {
@@ -11,12 +13,28 @@ namespace
 constexpr int lifetimeMilliseconds = 30'000;
 constexpr qsizetype longestLine = 1'048'576;
 
+/// Whether there is a file that the system may start.
+///
+/// Some versions of the toolkit keep a descriptor open after every start that fails: a program that asks for
+/// a missing one again and again would soon have none left.
+bool canStart([[maybe_unused]] const QString &program)
+{
+#ifdef Q_OS_UNIX
+    // A bare name that is not on the search path is one of the current directory.
+    const QString found = program.contains(u'/') ? QString() : QStandardPaths::findExecutable(program);
+    const QFileInfo file(found.isEmpty() ? program : found);
+    return file.isFile() && file.isExecutable();
+#else
+    return true; // the system completes names by rules of its own
+#endif
+}
+
 } // namespace
 
 QByteArray firstOutputLineOf(const QString &program, const QStringList &arguments)
 {
     QByteArray line;
-    if (!isSystemName(program))
+    if (!isSystemName(program) || !canStart(program))
         return line;
 
     QProcess process;

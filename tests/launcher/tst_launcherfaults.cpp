@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
 #include <support/processes.h>
 #include <support/report.h>
@@ -67,6 +68,7 @@ private Q_SLOTS:
     void programNames();
     void wordsThatAreNoText();
     void targetGetsNoDescriptors();
+    void runsLeaveNothingBehind();
 
 private:
     void launch(const QStringList &words, const std::function<void()> &before = {});
@@ -382,6 +384,24 @@ void LauncherFaultsTest::targetGetsNoDescriptors()
     verifyQuiet({program});
     QCOMPARE(noted(), inherited);
 #endif
+}
+
+void LauncherFaultsTest::runsLeaveNothingBehind()
+{
+    AppRuntime runtime(u"TEST"_s);
+    QFile noProgram(m_report);
+    QVERIFY(noProgram.open(QIODevice::WriteOnly));
+    noProgram.close();
+    const int before = openDescriptors();
+    for (int i = 0; i < 10; ++i) {
+        QCOMPARE(runtime.runProgram(m_behave, u"exit 3"_s, QString(), true), 0);
+        QCOMPARE(runtime.runProgram(m_behave, u"crash"_s, QString(), true), 0);
+        QCOMPARE(runtime.runProgram(m_behave, u"flood 100000"_s, QString(), true), 0);
+        for (const auto &missing : {u"/nowhere/prog"_s, u"no-such-program"_s, u"/"_s, m_report})
+            QCOMPARE(runtime.runProgram(missing, QString(), QString(), true), 0);
+        QCOMPARE(runtime.runProgram(u"/nowhere/prog"_s, QString(), QString(), false), 5);
+    }
+    QCOMPARE(openDescriptors(), before);
 }
 
 QTEST_GUILESS_MAIN(LauncherFaultsTest)
