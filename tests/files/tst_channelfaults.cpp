@@ -24,7 +24,7 @@ class ChannelFaultsTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() const;
     void fullDisk_data();
     void fullDisk();
     void noDescriptorLeft();
@@ -59,7 +59,7 @@ void ChannelFaultsTest::init()
     QTest::failOnWarning(QRegularExpression(u".*"_s)); // it would be on a program's standard error
 }
 
-void ChannelFaultsTest::cleanup()
+void ChannelFaultsTest::cleanup() const
 {
     QCOMPARE(openDescriptors(), m_descriptors);
 }
