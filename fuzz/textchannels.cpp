@@ -50,18 +50,17 @@ bool hasMark(const QByteArray &bytes)
 ///
 /// Nothing for a long file with bytes that are no character. The toolkit decodes in blocks, and where such
 /// bytes end a block it drops the character behind them.
-std::optional<QStringList> linesOf(QByteArray bytes, QStringConverter::Encoding encoding)
+std::optional<QStringList> linesOf(const QByteArray &bytes, QStringConverter::Encoding encoding)
 {
     constexpr qsizetype block = 16384;
 
     if (bytes.isEmpty())
         return QStringList();
-    const bool oneBlock = bytes.size() <= block;
     QStringDecoder decoder(encoding);
-    const QString text = decoder(bytes.replace("\r", ""));
-    if (decoder.hasError() && !oneBlock)
+    QString text = decoder(bytes);
+    if (decoder.hasError() && bytes.size() > block)
         return std::nullopt;
-    QStringList lines = text.split(u'\n');
+    QStringList lines = text.remove(u'\r').split(u'\n');
     if (lines.size() > 1 && lines.last().isEmpty())
         lines.removeLast();
     return lines;
@@ -249,14 +248,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
     Fuzz::Input input(bytes, size);
     AppRuntime &runtime = Fuzz::runtime();
 
+    // Long lines, at times: they are read in portions.
+    const Encoding &encoding = someEncoding(input);
+    const int times = input.between(0, 7) == 0 ? 1 << input.between(0, 12) : 1;
+    const int length = input.byte();
+    reading(runtime, folder.filePath(u"any"_s), input.bytes(length).repeated(times), encoding);
+
     Session session(runtime, QDir(folder.path()));
     for (int steps = input.between(0, 24); steps > 0; --steps)
         session.step(input);
     session.closeWrite();
-
-    const Encoding &encoding = someEncoding(input);
-    // Long lines, at times: they are read in portions.
-    const int times = input.between(0, 15) == 0 ? 1 << input.between(0, 12) : 1;
-    reading(runtime, folder.filePath(u"any"_s), input.bytes(512).repeated(times), encoding);
     return 0;
 }
