@@ -3,6 +3,7 @@
 
 #include <runtime/core/appruntime.h>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -50,8 +51,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
     Fuzz::requireEqual(encoded, expected, "a text is coded as by one replacement after the other");
 
     expected = text;
-    for (auto code = codes.rbegin(); code != codes.rend(); ++code)
-        expected.replace(codeOf(*code), QString(QChar(code->first)));
+    std::for_each(codes.rbegin(), codes.rend(), [&expected](const Code &code) {
+        expected.replace(codeOf(code), QString(QChar(code.first)));
+    });
     Fuzz::requireEqual(runtime.decodePlaceholders(text), expected, "and decoded by the same ones backwards");
     return 0;
 }

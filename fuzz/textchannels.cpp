@@ -144,7 +144,7 @@ private:
     {
         const int index = input.between(0, 2);
         const QStringList modes{u"OT"_s, u"ADD"_s, u"ot"_s, QString()};
-        const QString mode = modes[input.between(0, 3)];
+        const QString &mode = modes[input.between(0, 3)];
         const QStringList ends{QString(), u",U"_s, u",u"_s, u","_s, u",U,x"_s};
         const int end = input.between(0, 4);
         const Encoding &encoding = someEncoding(input);
