@@ -13,19 +13,23 @@ namespace
 constexpr int lifetimeMilliseconds = 30'000;
 constexpr qsizetype longestLine = 1'048'576;
 
-/// Whether there is a file that the system may start.
+/// The file to start for a program's name; empty when there is none that the system may start.
 ///
 /// Some versions of the toolkit keep a descriptor open after every start that fails: a program that asks for
 /// a missing one again and again would soon have none left.
-bool canStart([[maybe_unused]] const QString &program)
+QString executableOf(const QString &program)
 {
 #ifdef Q_OS_UNIX
+    if (!program.contains(u'/')) {
+        const QString found = QStandardPaths::findExecutable(program);
+        if (!found.isEmpty())
+            return found;
+    }
     // A bare name that is not on the search path is one of the current directory.
-    const QString found = program.contains(u'/') ? QString() : QStandardPaths::findExecutable(program);
-    const QFileInfo file(found.isEmpty() ? program : found);
-    return file.isFile() && file.isExecutable();
+    const QFileInfo file(program);
+    return file.isFile() && file.isExecutable() ? program : QString();
 #else
-    return true; // the system completes names by rules of its own
+    return program; // the system completes names by rules of its own
 #endif
 }
 
@@ -34,7 +38,8 @@ bool canStart([[maybe_unused]] const QString &program)
 QByteArray firstOutputLineOf(const QString &program, const QStringList &arguments)
 {
     QByteArray line;
-    if (!isSystemName(program) || !canStart(program))
+    const QString executable = isSystemName(program) ? executableOf(program) : QString();
+    if (executable.isEmpty())
         return line;
 
     QProcess process;
@@ -59,7 +64,7 @@ QByteArray firstOutputLineOf(const QString &program, const QStringList &argument
         endWhenOver();
     });
 
-    process.start(program, arguments, QIODevice::ReadWrite);
+    process.start(executable, arguments, QIODevice::ReadWrite);
     if (!process.waitForFinished(lifetimeMilliseconds)) {
         process.kill(); // here, because a process object destroyed while it runs complains on standard error
         process.waitForFinished();
