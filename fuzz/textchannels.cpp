@@ -60,6 +60,12 @@ std::optional<QStringList> linesOf(const QByteArray &bytes, QStringConverter::En
     QString text = decoder(bytes);
     if (decoder.hasError() && bytes.size() > block)
         return std::nullopt;
+#ifdef Q_OS_WIN
+    // Decoded at once, bytes that the code page has no character for end the text; decoded in blocks, they do
+    // not.
+    if (encoding == QStringConverter::System && text.toLocal8Bit() != bytes)
+        return std::nullopt;
+#endif
     QStringList lines = text.remove(u'\r').split(u'\n');
     if (lines.size() > 1 && lines.last().isEmpty())
         lines.removeLast();
