@@ -21,7 +21,7 @@ QString executableOf(const QString &program)
 {
 #ifdef Q_OS_UNIX
     if (!program.contains(u'/')) {
-        const QString found = QStandardPaths::findExecutable(program);
+        QString found = QStandardPaths::findExecutable(program);
         if (!found.isEmpty())
             return found;
     }
