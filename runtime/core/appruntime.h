@@ -914,7 +914,8 @@ public:
     // ---------------------------------------------------------------------------------------------------
     /// \name Numeric text checks
     /// strings/numericchecks.cpp. Texts to numbers by the rules of the C locale: an optional sign, then ASCII
-    /// digits, without group separators; ASCII white space may stand before and behind.
+    /// digits, without group separators. White space may stand before and behind: in ASCII at whole numbers,
+    /// of any kind at decimal ones. A whole number ends at a NUL, whatever follows.
     /// @{
 
     /// The whole number that the text stands for in base 10. `toInt(u"+012 "_s)` is 12.

@@ -30,9 +30,10 @@ class QTextStream;
 ///
 /// **What a file may hold.** A line ends at a line feed; the last one may go without. It may have any length.
 /// Every carriage return of the file is dropped, not only the one before a line feed: `a CR b` reads as `ab`.
-/// A NUL character is kept. Bytes that are no character of the encoding read as U+FFFD. A byte order mark at
-/// the start is no part of the text, and what it says of the encoding (UTF-8, UTF-16 or UTF-32) goes before
-/// the name given to openRead(). A file of nothing but a mark reads as one empty line.
+/// A NUL character is kept. Bytes that are no character of the encoding read as U+FFFD; where such bytes
+/// end a block of 16 KiB, the character behind them is lost. A byte order mark at the start is no part of the
+/// text, and what it says of the encoding (UTF-8, UTF-16 or UTF-32) goes before the name given to openRead().
+/// A file of nothing but a mark reads as one empty line.
 class APPRUNTIME_EXPORT TextReadChannel
 {
 public:
