@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Runs a target without an engine: replay RUNS [FILE...], first the files, then so many inputs of its own.
-// These are the same every time, so that a test that fails once fails always.
+// Runs a target without an engine: replay RUNS [FILE|FOLDER...], first the files, then so many inputs of its
+// own. These are the same every time, so that a test that fails once fails always.
 #include <fuzz/input.h>
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QStringList>
 
 #include <cstdio>
 #include <cstdlib>
@@ -48,21 +51,38 @@ bool holds(const Bytes &input, const char *origin, int number)
     }
 }
 
+/// The files named, and those in the folders named.
+QStringList filesOf(std::span<char *> names)
+{
+    QStringList files;
+    for (const char *name : names) {
+        const QString path = QString::fromLocal8Bit(name);
+        if (!QFileInfo(path).isDir()) {
+            files += path;
+            continue;
+        }
+        const QDir folder(path);
+        for (const QString &file : folder.entryList(QDir::Files))
+            files += folder.filePath(file);
+    }
+    return files;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     const std::span<char *> arguments(argv, static_cast<std::size_t>(argc));
     if (arguments.size() < 2) {
-        std::fprintf(stderr, "usage: %s RUNS [FILE...]\n", argv[0]);
+        std::fprintf(stderr, "usage: %s RUNS [FILE|FOLDER...]\n", argv[0]);
         return EXIT_FAILURE;
     }
 
     int number = 0;
-    for (const char *name : arguments.subspan(2)) {
-        QFile file(QString::fromLocal8Bit(name));
+    for (const QString &name : filesOf(arguments.subspan(2))) {
+        QFile file(name);
         if (!file.open(QIODevice::ReadOnly)) {
-            std::fprintf(stderr, "cannot read %s\n", name);
+            std::fprintf(stderr, "cannot read %s\n", qPrintable(name));
             return EXIT_FAILURE;
         }
         const QByteArray bytes = file.readAll();
