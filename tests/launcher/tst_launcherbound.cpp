@@ -18,6 +18,19 @@
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+// What a target prints in 30 seconds is more than either by far. Under Wine a launcher with widgets takes 55
+// to 80 megabytes, most of it the system's own libraries.
+#ifdef Q_OS_WIN
+constexpr qint64 mostKilobytes = 200'000;
+#else
+constexpr qint64 mostKilobytes = 40'000;
+#endif
+
+} // namespace
+
 /// Targets that do not end by themselves. All launchers run side by side from the start of the test, and each
 /// row then looks at one of them.
 class LauncherBoundTest : public QObject
@@ -128,7 +141,7 @@ void LauncherBoundTest::ended()
     QVERIFY2(kill(target, 0) != 0 && errno == ESRCH, "the target still lives");
 #endif
 #ifndef __SANITIZE_ADDRESS__
-    QVERIFY2(run.peakKilobytes < 40'000, qPrintable(u"%1 kB"_s.arg(run.peakKilobytes)));
+    QVERIFY2(run.peakKilobytes < mostKilobytes, qPrintable(u"%1 kB"_s.arg(run.peakKilobytes)));
 #endif
 }
 

@@ -5,15 +5,36 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#ifdef Q_OS_WIN
+#include <memory>
+
+#include <windows.h>
+
+#include <psapi.h> // needs what windows.h declares
+#endif
+
 using namespace Qt::StringLiterals;
 
 qint64 peakKilobytes(qint64 pid)
 {
+#ifdef Q_OS_WIN
+    // Where Wine runs, /proc can be read too, but counts the processes of the system below it.
+    const std::unique_ptr<void, decltype(&CloseHandle)> process(
+        OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | PROCESS_VM_READ, FALSE, static_cast<DWORD>(pid)),
+        CloseHandle
+    );
+    PROCESS_MEMORY_COUNTERS counters{};
+    counters.cb = sizeof(counters);
+    if (!process || !K32GetProcessMemoryInfo(process.get(), &counters, sizeof(counters)))
+        return 0;
+    return static_cast<qint64>(counters.PeakWorkingSetSize / 1024);
+#else
     QFile status(u"/proc/%1/status"_s.arg(pid));
     if (!status.open(QIODevice::ReadOnly))
         return 0;
     static const QRegularExpression peak(u"VmHWM:\\s*(\\d+) kB"_s);
     return peak.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
+#endif
 }
 
 int openDescriptors()
