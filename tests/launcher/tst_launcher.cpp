@@ -17,16 +17,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-
-QByteArray banner()
-{
-    return BuiltWith::windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n";
-}
-
-} // namespace
-
 /// The launcher as its user sees it: a program with a command line, output bytes and an exit code.
 class LauncherTest : public QObject
 {
@@ -128,7 +118,7 @@ void LauncherTest::output()
     QFETCH(QStringList, words);
     QFETCH(QByteArray, lines);
     launch(words);
-    verifyQuiet(banner() + lines);
+    verifyQuiet(BuiltWith::banner() + lines);
 }
 
 void LauncherTest::arguments_data()
@@ -161,7 +151,7 @@ void LauncherTest::arguments()
     const QString target = BuiltWith::helper(u"arguments"_s);
     m_process->setWorkingDirectory(m_directory->path());
     launch(QStringList{target} + words);
-    verifyQuiet(banner() + wordsLine(QStringList{target} + words));
+    verifyQuiet(BuiltWith::banner() + wordsLine(QStringList{target} + words));
 
     const Report report = readReport(m_report);
     QVERIFY(report.started);
@@ -189,7 +179,7 @@ void LauncherTest::target()
 {
     QFETCH(QStringList, words);
     launch(words);
-    verifyQuiet(banner() + wordsLine(words));
+    verifyQuiet(BuiltWith::banner() + wordsLine(words));
 }
 
 void LauncherTest::environmentArrives()
@@ -244,7 +234,7 @@ void LauncherTest::environment()
     }
     const QString target = BuiltWith::helper(u"arguments"_s);
     launch({target, u"x"_s});
-    verifyQuiet(banner() + wordsLine({target, u"x"_s}));
+    verifyQuiet(BuiltWith::banner() + wordsLine({target, u"x"_s}));
 
     const Report report = readReport(m_report);
     QCOMPARE(report.arguments, (QStringList{u"x"_s, u""_s}));
@@ -258,7 +248,7 @@ void LauncherTest::environment()
     m_environment.insert(u"HELPER_OUTPUT"_s, m_report);
     QVERIFY(QFile::remove(m_report));
     launch({target});
-    verifyQuiet(banner() + wordsLine({target}));
+    verifyQuiet(BuiltWith::banner() + wordsLine({target}));
     QVERIFY(readReport(m_report).started);
 }
 
@@ -293,7 +283,7 @@ void LauncherTest::closedStreams()
     });
     const QString target = BuiltWith::helper(u"arguments"_s);
     launch({target, u"x"_s});
-    verifyQuiet(output ? QByteArray() : banner() + wordsLine({target, u"x"_s}));
+    verifyQuiet(output ? QByteArray() : BuiltWith::banner() + wordsLine({target, u"x"_s}));
     const Report report = readReport(m_report);
     QCOMPARE(report.arguments, (QStringList{u"x"_s, u""_s}));
     QCOMPARE(report.standardInput, u"open"_s);
@@ -340,7 +330,7 @@ void LauncherTest::removedDirectory()
             rmdir(gone.constData());
     });
     launch({u"no-such-program"_s});
-    verifyQuiet(banner() + "no-such-program \n");
+    verifyQuiet(BuiltWith::banner() + "no-such-program \n");
 #endif
 }
 
@@ -372,7 +362,7 @@ void LauncherTest::noWordsAtAll()
     QCOMPARE(waitpid(child, &status, 0), child);
     QVERIFY(WIFEXITED(status));
     QCOMPARE(WEXITSTATUS(status), 0);
-    QCOMPARE(output, banner() + " \n");
+    QCOMPARE(output, BuiltWith::banner() + " \n");
 #endif
 }
 

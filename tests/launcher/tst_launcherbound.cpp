@@ -62,9 +62,7 @@ void LauncherBoundTest::start(const char *name, const QStringList &words, const 
 {
     Run &run = m_runs[name];
     run.report = m_directory.filePath(QString::fromLatin1(name));
-    run.lines = consoleBytes(
-        (BuiltWith::windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n") + wordsLine(words)
-    );
+    run.lines = consoleBytes(BuiltWith::banner() + wordsLine(words));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(extra);
     environment.insert(u"HELPER_OUTPUT"_s, run.report);

@@ -116,8 +116,9 @@ void LauncherFaultsTest::verifyQuiet(const QStringList &words)
     QCOMPARE(m_process->readAllStandardError(), QByteArray());
     QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_process->exitCode(), 0);
-    const QByteArray banner = BuiltWith::windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n";
-    QCOMPARE(m_process->readAllStandardOutput(), banner + words.join(u' ').toLocal8Bit() + " \n");
+    QCOMPARE(
+        m_process->readAllStandardOutput(), BuiltWith::banner() + words.join(u' ').toLocal8Bit() + " \n"
+    );
 }
 
 QByteArray LauncherFaultsTest::noted() const

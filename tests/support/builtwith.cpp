@@ -11,6 +11,11 @@ bool BuiltWith::windowsRules()
     return platformChar() == u'W';
 }
 
+QByteArray BuiltWith::banner()
+{
+    return windowsRules() ? "===( ZBASEWC.EXE )===\n" : "===( ZBASEUC )===\n";
+}
+
 QString BuiltWith::launcher()
 {
     return QStringLiteral(BUILT_LAUNCHER);

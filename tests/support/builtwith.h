@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArray>
 #include <QChar>
 #include <QString>
 
@@ -13,6 +14,9 @@ QChar platformChar();
 
 /// Whether that is 'W'.
 bool windowsRules();
+
+/// The line with which that launcher begins.
+QByteArray banner();
 
 /// Path of the launcher built on the same library.
 QString launcher();
