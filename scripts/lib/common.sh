@@ -43,6 +43,9 @@ need_build_tools() {
     need "${packages[@]}"
 }
 
+# The version that the project declares to CMake.
+project_version() { sed -nE 's/^ *VERSION ([0-9.]+)$/\1/p' "$root/CMakeLists.txt"; }
+
 # build PRESET [TARGET...] brings the preset's build folder up to date, and is silent when it is. What it has to
 # say goes to standard error.
 build() {
