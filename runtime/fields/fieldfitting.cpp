@@ -52,9 +52,9 @@ QString shortestForm(QStringView text)
 
     qsizetype end = text.size();
     if (text.contains(u'.')) {
-        // The first character stays even so: ".0" becomes "0.".
-        while (end > 1 && text[end - 1] == u'0')
+        while (text[end - 1] == u'0') // as far as the point at most
             --end;
+        // The first character stays even so: ".0" becomes "0.".
         if (end > 1 && text[end - 1] == u'.')
             --end;
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <support/builtwith.h>
 #include <support/localtext.h>
 
 #include <QTest>
@@ -15,7 +16,9 @@ class AppRuntimeTest : public QObject
 private Q_SLOTS:
     void construction_data();
     void construction();
+    void constructionWithoutArguments_data();
     void constructionWithoutArguments();
+    void constructionFromNameAlone();
     void elementAt_data();
     void elementAt();
     void isSameChar_data();
@@ -69,15 +72,34 @@ void AppRuntimeTest::construction()
     QCOMPARE(runtime.lastError, QString());
 }
 
+void AppRuntimeTest::constructionWithoutArguments_data()
+{
+    QTest::addColumn<bool>("vector");
+    QTest::newRow("a vector that ends at once") << true;
+    QTest::newRow("no vector at all") << false;
+}
+
 void AppRuntimeTest::constructionWithoutArguments()
 {
-    char *argv[] = {nullptr};
-    const AppRuntime runtime(u"TEST"_s, 0, argv);
+    QFETCH(bool, vector);
+
+    char *ended[] = {nullptr};
+    const AppRuntime runtime(u"TEST"_s, 0, vector ? ended : nullptr);
     QCOMPARE(runtime.programPath, QString());
     QCOMPARE(runtime.programDirectory, QString());
     QCOMPARE(runtime.checkMessage, QString());
     QVERIFY(runtime.arguments->isEmpty());
     QVERIFY(runtime.scanCursor != nullptr);
+}
+
+void AppRuntimeTest::constructionFromNameAlone()
+{
+    const AppRuntime runtime(u"TEST"_s);
+    QCOMPARE(runtime.programName, u"TEST"_s);
+    QCOMPARE(runtime.platformChar, BuiltWith::platformChar());
+    QCOMPARE(runtime.programPath, QString());
+    QVERIFY(runtime.version != nullptr);
+    QVERIFY(!runtime.scanCursor && !runtime.scanSource && !runtime.scanDelimiter);
 }
 
 void AppRuntimeTest::elementAt_data()

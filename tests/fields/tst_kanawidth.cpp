@@ -121,6 +121,8 @@ void KanaWidthTest::toFullWidth_data()
     row("refused mark, then a good one", u"ｶﾟﾞ"_s, u"カﾟﾞ"_s);
     row("letter last", u"ﾞｶ"_s, u"ﾞカ"_s);
     row("same letter twice, then a mark", u"ｶｶﾞ"_s, u"カガ"_s);
+    row("mark before what stands behind the marks", u"ｶﾞ￥"_s, u"ガ￥"_s);
+    row("no mark, but what stands behind the marks", u"ｶ￥"_s, u"カ￥"_s);
     row("mark behind a blank", u"ｶ ﾞ"_s, u"カ ﾞ"_s);
     row("mark behind ASCII", u"Aﾞ"_s, u"Ａﾞ"_s);
     row("mark behind a full-width letter", u"カﾞハﾟ"_s, u"カﾞハﾟ"_s);
