@@ -33,8 +33,8 @@ void dropMessage(QtMsgType type, const QMessageLogContext &, const QString &)
     // GCOVR_EXCL_STOP
 }
 
-/// Gives an environment variable another value, or none, for as long as it lives: the target gets it
-/// unchanged.
+/// Gives an environment variable another value for as long as it lives: the target gets it unchanged. To the
+/// toolkit an empty value is none.
 class TemporaryValue
 {
 public:
@@ -44,10 +44,7 @@ public:
     {
         if (m_wasSet)
             m_before = qgetenv(name);
-        if (value == nullptr)
-            qunsetenv(name);
-        else
-            qputenv(name, value);
+        qputenv(name, value);
     }
     ~TemporaryValue()
     {
@@ -75,7 +72,7 @@ void keepQuiet()
     // A developer's wish to abort on such a comment. The toolkit looks for it at the first comment.
     constexpr const char *fatalWarnings = "QT_FATAL_WARNINGS";
     if (qEnvironmentVariableIsSet(fatalWarnings)) {
-        const TemporaryValue none(fatalWarnings, nullptr);
+        const TemporaryValue none(fatalWarnings, "");
         qWarning("dropped");
     }
 #ifdef Q_OS_UNIX
@@ -100,7 +97,7 @@ Application makeApplication(int &argc, char **argv)
     const TemporaryValue locale("LC_ALL", "C");
 #elif defined(LAUNCHER_WIDGETS)
     // Built in is Windows, and no other platform that a user may have set for programs of his own.
-    const TemporaryValue platform("QT_QPA_PLATFORM", nullptr);
+    const TemporaryValue platform("QT_QPA_PLATFORM", "");
 #endif
     return Application(argc, argv);
 }
