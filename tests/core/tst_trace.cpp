@@ -35,6 +35,7 @@ private Q_SLOTS:
     void writeTraceTagged_data();
     void writeTraceTagged();
     void writeTraceKeepsItsPlace();
+    void writeTraceIsWrittenAtOnce();
     void readConsoleLine_data();
     void readConsoleLine();
     void readConsoleLineOfAnyLength();
@@ -197,6 +198,12 @@ void TraceTest::writeTraceTagged()
 void TraceTest::writeTraceKeepsItsPlace()
 {
     QCOMPARE(consoleOutput({u"between"_s, u"x"_s}), QByteArray("before x\nafter\n"));
+}
+
+// What a program traced last is what tells why it ended.
+void TraceTest::writeTraceIsWrittenAtOnce()
+{
+    QCOMPARE(consoleOutput({u"last"_s, u"x"_s}), QByteArray("x\n"));
 }
 
 void TraceTest::readConsoleLine_data()

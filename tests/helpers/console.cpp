@@ -4,6 +4,7 @@
 //   units HEX...        writeTrace of the text of these UTF-16 code units
 //   tagged LEVEL TEXT   writeTraceTagged
 //   between TEXT        prints through the C stream before and after a trace line
+//   last TEXT           writeTrace, and an end that leaves no stream the time to write
 //   lines COUNT         readConsoleLine COUNT times, each line printed in brackets, then what is left of the
 //   input
 #include <runtime/core/appruntime.h>
@@ -65,6 +66,9 @@ int main(int argc, char **argv)
         std::fputs("before ", stdout);
         runtime.writeTrace(text);
         std::fputs("after\n", stdout);
+    } else if (std::strcmp(verb, "last") == 0) {
+        runtime.writeTrace(text);
+        std::_Exit(0);
     } else if (std::strcmp(verb, "lines") == 0) {
         for (int i = std::atoi(word); i > 0; --i) {
             const QByteArray line = runtime.readConsoleLine().toUtf8();
