@@ -76,30 +76,39 @@ void countLines(benchmark::State &state, const QStringList &split)
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * units * qsizetype(sizeof(QChar))));
 }
 
-void splitRecord(benchmark::State &state)
+void splitRecords(benchmark::State &state, const QStringList &records, const QString &kind)
 {
-    const QString kind = u"CSV"_s;
     QStringList fields;
     for (auto _ : state) {
-        for (const QString &line : lines()) {
+        for (const QString &line : records) {
             runtime().splitRecord(fields, line, kind);
             benchmark::DoNotOptimize(fields.constData());
         }
     }
-    countLines(state, lines());
+    countLines(state, records);
+}
+
+void splitAt(benchmark::State &state, const QStringList &records, QChar separator)
+{
+    QStringList fields;
+    for (auto _ : state) {
+        for (const QString &line : records) {
+            fields = line.split(separator);
+            benchmark::DoNotOptimize(fields.constData());
+        }
+    }
+    countLines(state, records);
+}
+
+void splitRecord(benchmark::State &state)
+{
+    splitRecords(state, lines(), u"CSV"_s);
 }
 BENCHMARK(splitRecord);
 
 void splitAtCommas(benchmark::State &state)
 {
-    QStringList fields;
-    for (auto _ : state) {
-        for (const QString &line : lines()) {
-            fields = line.split(u',');
-            benchmark::DoNotOptimize(fields.constData());
-        }
-    }
-    countLines(state, lines());
+    splitAt(state, lines(), u',');
 }
 BENCHMARK(splitAtCommas);
 
@@ -137,28 +146,13 @@ BENCHMARK(splitWithLibcsv);
 
 void splitRecordTabs(benchmark::State &state)
 {
-    const QString kind = u"TSV"_s;
-    QStringList fields;
-    for (auto _ : state) {
-        for (const QString &line : linesOfTabs()) {
-            runtime().splitRecord(fields, line, kind);
-            benchmark::DoNotOptimize(fields.constData());
-        }
-    }
-    countLines(state, linesOfTabs());
+    splitRecords(state, linesOfTabs(), u"TSV"_s);
 }
 BENCHMARK(splitRecordTabs);
 
 void splitAtTabs(benchmark::State &state)
 {
-    QStringList fields;
-    for (auto _ : state) {
-        for (const QString &line : linesOfTabs()) {
-            fields = line.split(u'\t');
-            benchmark::DoNotOptimize(fields.constData());
-        }
-    }
-    countLines(state, linesOfTabs());
+    splitAt(state, linesOfTabs(), u'\t');
 }
 BENCHMARK(splitAtTabs);
 
