@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/strings/firstof.h>
 
 #include <algorithm>
 #include <utility>
@@ -15,17 +16,6 @@ constexpr QChar quote = u'\'';
 qsizetype startOf(const ScanCursor &cursor, QStringView text)
 {
     return std::clamp<qsizetype>(cursor.position, 0, text.size());
-}
-
-/// Index of the first of the characters at or after `from`; the size of the text when there is none.
-qsizetype indexOfFirst(QStringView text, QStringView characters, qsizetype from)
-{
-    if (characters.size() == 1) { // as with nearly every caller; the toolkit compares many at once
-        const qsizetype found = text.indexOf(characters.front(), from);
-        return found < 0 ? text.size() : found;
-    }
-    return std::find_first_of(text.begin() + from, text.end(), characters.begin(), characters.end())
-        - text.begin();
 }
 
 /// Index of the first delimiter at or after `from` that does not stand in quotes, or -1. A quote only ever

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void indexOfAny_data();
     void indexOfAny();
     void indexOfAnyFollowsTheWalk();
+    void indexOfAnyAtEveryPlace();
     void indexOfAnyInLongTexts();
     void startsAndEnds_data();
     void startsAndEnds();
@@ -282,6 +283,31 @@ void SearchingTest::indexOfAnyFollowsTheWalk()
         }
         if (m_runtime.indexOfAny(text, chars, from) != expected)
             QFAIL(qPrintable(u"%1, %2 from %3"_s.arg(text, chars).arg(from)));
+    }
+}
+
+// Alone, and with the other character right behind it, as the last or farther on.
+void SearchingTest::indexOfAnyAtEveryPlace()
+{
+    constexpr int size = 700;
+    const QStringList sets{u"ab"_s, u"ba"_s, u"cdefghijklmnopab"_s, u"bcdefghijklmnopqa"_s};
+    for (int place = 0; place < size; ++place) {
+        QString text(size, u'x');
+        text[place] = u'a';
+        for (const int other : {place, place + 1, place + 100, size - 1}) {
+            QString both = text;
+            if (other > place && other < size)
+                both[other] = u'b';
+            for (const int from : {0, 7, place - 9, place - 8, place - 1, place}) {
+                for (const QString &chars : sets) {
+                    if (from <= place && m_runtime.indexOfAny(both, chars, from) != place)
+                        QFAIL(qPrintable(u"%1 from %2 for %3"_s.arg(place).arg(from).arg(chars)));
+                }
+            }
+        }
+        if (m_runtime.indexOfAny(text, u"bc"_s, 0) != -1
+            || m_runtime.indexOfAny(text, u"ab"_s, place + 1) != -1)
+            QFAIL(qPrintable(u"found where nothing is: %1"_s.arg(place)));
     }
 }
 
