@@ -69,11 +69,12 @@ void keepQuiet()
     qInstallMessageHandler(dropMessage);
     // Where memory is so short that not even the trace can be written, nothing thrown has anywhere to go.
     std::set_terminate([] { std::_Exit(0); });
-    // A developer's wish to abort on such a comment. The toolkit looks for it at the first comment.
-    constexpr const char *fatalWarnings = "QT_FATAL_WARNINGS";
-    if (qEnvironmentVariableIsSet(fatalWarnings)) {
-        const TemporaryValue none(fatalWarnings, "");
+    // A wish to abort on such a comment. The toolkit looks for it at the first comment of either kind.
+    constexpr const char *fatalWarnings = "QT_FATAL_WARNINGS", *fatalCriticals = "QT_FATAL_CRITICALS";
+    if (qEnvironmentVariableIsSet(fatalWarnings) || qEnvironmentVariableIsSet(fatalCriticals)) {
+        const TemporaryValue noWarnings(fatalWarnings, ""), noCriticals(fatalCriticals, "");
         qWarning("dropped");
+        qCritical("dropped");
     }
 #ifdef Q_OS_UNIX
     // A trace that nobody reads must not end the run. A child gets the default back when it is started.

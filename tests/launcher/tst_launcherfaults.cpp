@@ -69,12 +69,15 @@ private Q_SLOTS:
     void programNames();
     void wordsThatAreNoText();
     void targetGetsNoDescriptors();
+    void closedStreamsLeadNowhere_data();
+    void closedStreamsLeadNowhere();
     void runsLeaveNothingBehind();
 
 private:
     void launch(const QStringList &words, const std::function<void()> &before = {});
     void verifyQuiet(const QStringList &words);
     [[nodiscard]] QByteArray noted() const;
+    [[nodiscard]] QString writeScript(const QByteArray &commands) const;
 
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<QProcess> m_process;
@@ -127,6 +130,17 @@ QByteArray LauncherFaultsTest::noted() const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// Makes a program of shell commands.
+QString LauncherFaultsTest::writeScript(const QByteArray &commands) const
+{
+    QFile script(m_directory->filePath(u"target"_s));
+    if (script.open(QIODevice::WriteOnly)) {
+        script.write("#!/bin/sh\n" + commands);
+        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    return script.fileName();
+}
+
 void LauncherFaultsTest::fewDescriptors_data()
 {
     QTest::addColumn<int>("descriptors");
@@ -146,6 +160,10 @@ void LauncherFaultsTest::fewDescriptors()
     QFETCH(int, descriptors);
     QFETCH(bool, enough);
 
+    // The toolkit comments on a pipe that it cannot have, and with its first comment on a rule for comments.
+    m_environment.insert(u"QT_LOGGING_RULES"_s, u"x=maybe"_s);
+    m_environment.insert(u"QT_FATAL_WARNINGS"_s, u"1"_s);
+    m_environment.insert(u"QT_FATAL_CRITICALS"_s, u"1"_s);
     launch({m_arguments, u"x"_s}, [descriptors] {
         for (int others = STDERR_FILENO + 1; others < 256; ++others)
             fcntl(others, F_SETFD, FD_CLOEXEC); // whatever this test was started with
@@ -377,12 +395,7 @@ void LauncherFaultsTest::targetGetsNoDescriptors()
 #ifndef Q_OS_LINUX
     QSKIP("The system does not tell what a process has open");
 #else
-    const QString program = m_directory->filePath(u"target"_s);
-    QFile script(program);
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nls /proc/self/fd >\"$HELPER_OUTPUT\"\n");
-    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    script.close();
+    const QString program = writeScript("ls /proc/self/fd >\"$HELPER_OUTPUT\"\n");
     // What this test was started with is everybody's.
     qputenv("HELPER_OUTPUT", QFile::encodeName(m_report));
     QCOMPARE(QProcess::execute(program), 0);
@@ -393,6 +406,38 @@ void LauncherFaultsTest::targetGetsNoDescriptors()
     launch({program});
     verifyQuiet({program});
     QCOMPARE(noted(), inherited);
+#endif
+}
+
+void LauncherFaultsTest::closedStreamsLeadNowhere_data()
+{
+    QTest::addColumn<int>("closed"); // a bit for each of them
+    for (int closed = 0; closed < 8; ++closed)
+        QTest::addRow("%d%d%d", closed & 1, closed >> 1 & 1, closed >> 2) << closed;
+}
+
+// Or the next file or pipe that the launcher opens would take the place of one, and be written to for it.
+void LauncherFaultsTest::closedStreamsLeadNowhere()
+{
+#ifndef Q_OS_LINUX
+    QSKIP("The system does not tell what a process has open");
+#else
+    QFETCH(int, closed);
+
+    const QString program
+        = writeScript("for n in 0 1 2; do readlink /proc/$PPID/fd/$n; done >\"$HELPER_OUTPUT\"\n");
+    launch({program}, [closed] {
+        for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            if ((closed >> descriptor & 1) != 0)
+                close(descriptor);
+        }
+    });
+    QVERIFY(m_process->waitForFinished());
+    QCOMPARE(m_process->exitCode(), 0);
+    const QByteArrayList targets = noted().split('\n');
+    QCOMPARE(targets.size(), 4);
+    for (int descriptor = 0; descriptor < 3; ++descriptor)
+        QCOMPARE(targets[descriptor] == "/dev/null", (closed >> descriptor & 1) != 0);
 #endif
 }
 
