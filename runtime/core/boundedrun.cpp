@@ -20,12 +20,8 @@ constexpr qsizetype longestLine = 1'048'576;
 QString executableOf(const QString &program)
 {
 #ifdef Q_OS_UNIX
-    if (!program.contains(u'/')) {
-        QString found = QStandardPaths::findExecutable(program);
-        if (!found.isEmpty())
-            return found;
-    }
-    // A bare name that is not on the search path is one of the current directory.
+    if (!program.contains(u'/'))
+        return QStandardPaths::findExecutable(program);
     const QFileInfo file(program);
     return file.isFile() && file.isExecutable() ? program : QString();
 #else

@@ -39,6 +39,8 @@ private Q_SLOTS:
     void lineBreakInProgram();
     void waitingNeverFails_data();
     void waitingNeverFails();
+    void waitingSearchesForBareNames_data();
+    void waitingSearchesForBareNames();
     void waitingStreams();
     void waitingLeavesTheRest();
     void waitingProcessesNoEvents();
@@ -189,6 +191,46 @@ void ProcessTest::waitingNeverFails()
     QCOMPARE(m_runtime->lastError, u"old"_s);
 }
 
+void ProcessTest::waitingSearchesForBareNames_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<bool>("started");
+
+    QTest::newRow("bare name on the search path") << u"found"_s << true;
+    QTest::newRow("folder of the search path and name") << u"sub/inside"_s << false;
+    QTest::newRow("bare name in the current directory") << u"here"_s << false;
+    QTest::newRow("folder of the current directory and name") << u"./here"_s << true;
+    QTest::newRow("a file that nobody may execute") << u"plain"_s << false;
+    QTest::newRow("a folder") << u"sub"_s << false;
+}
+
+void ProcessTest::waitingSearchesForBareNames()
+{
+#ifdef Q_OS_WIN
+    QSKIP("Windows has rules of its own");
+#else
+    QFETCH(QString, program);
+    QFETCH(bool, started);
+
+    const QString helper = BuiltWith::helper(u"arguments"_s), directory = QDir::currentPath();
+    QVERIFY(QDir(m_directory->path()).mkpath(u"searched/sub"_s));
+    for (const auto &name : {u"searched/found"_s, u"searched/sub/inside"_s, u"here"_s})
+        QVERIFY(QFile::link(helper, m_directory->filePath(name)));
+    QFile plain(m_directory->filePath(u"searched/plain"_s));
+    QVERIFY(plain.open(QIODevice::WriteOnly));
+
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", m_directory->filePath(u"searched"_s).toLocal8Bit());
+    QVERIFY(QDir::setCurrent(m_directory->path()));
+    const int result = m_runtime->runProgram(program, u""_s, u""_s, true);
+    qputenv("PATH", path);
+    QVERIFY(QDir::setCurrent(directory));
+
+    QCOMPARE(result, 0);
+    QCOMPARE(readReport(m_report).started, started);
+#endif
+}
+
 void ProcessTest::waitingStreams()
 {
     // Standard input stays an open pipe even where this program's own is at its end.
@@ -326,6 +368,8 @@ void ProcessTest::shellCommand()
     const Report report = readReport(m_report);
     QCOMPARE(report.started, !arguments.isEmpty());
     QCOMPARE(report.arguments, arguments);
+    if (report.started)
+        QCOMPARE(report.standardInput, u"open"_s); // as of a program that is waited for
     QCOMPARE(m_runtime->lastError, error);
 }
 
