@@ -5,6 +5,7 @@
 //   tagged LEVEL TEXT   writeTraceTagged
 //   between TEXT        prints through the C stream before and after a trace line
 //   last TEXT           writeTrace, and an end that leaves no stream the time to write
+//   run PROGRAM TEXT    runProgram, waited for
 //   lines COUNT         readConsoleLine COUNT times, each line printed in brackets, then what is left of the
 //   input
 #include <runtime/core/appruntime.h>
@@ -48,7 +49,7 @@ int main(int argc, char **argv)
     int toolkitArgc = 1;
     char *toolkitArgv[] = {argv[0], nullptr};
     const QCoreApplication application(toolkitArgc, toolkitArgv);
-    const AppRuntime runtime(QStringLiteral("CONSOLE"));
+    AppRuntime runtime(QStringLiteral("CONSOLE"));
     const char *verb = argc > 1 ? argv[1] : "";
     const char *word = argc > 2 ? argv[2] : "";
     const QString text = QString::fromLocal8Bit(argv[argc - 1]);
@@ -69,6 +70,8 @@ int main(int argc, char **argv)
     } else if (std::strcmp(verb, "last") == 0) {
         runtime.writeTrace(text);
         std::_Exit(0);
+    } else if (std::strcmp(verb, "run") == 0) {
+        runtime.runProgram(QString::fromLocal8Bit(word), text, QString(), true);
     } else if (std::strcmp(verb, "lines") == 0) {
         for (int i = std::atoi(word); i > 0; --i) {
             const QByteArray line = runtime.readConsoleLine().toUtf8();

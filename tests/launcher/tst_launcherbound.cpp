@@ -31,8 +31,8 @@ constexpr qint64 mostKilobytes = 40'000;
 
 } // namespace
 
-/// Targets that do not end by themselves. All launchers run side by side from the start of the test, and each
-/// row then looks at one of them.
+/// Targets that do not end by themselves. All who wait for them run side by side from the start of the test,
+/// and each row then looks at one of them.
 class LauncherBoundTest : public QObject
 {
     Q_OBJECT
@@ -46,23 +46,36 @@ private:
     struct Run {
         QProcess process;
         QString report;   ///< Where the target writes its process number.
-        QByteArray lines; ///< What the launcher prints.
+        QByteArray lines; ///< What is printed by who waits.
         qint64 milliseconds{0};
         qint64 peakKilobytes{0};
     };
 
-    void start(const char *name, const QStringList &words, const QProcessEnvironment &extra = {});
+    void launch(const char *name, const QStringList &words, const QProcessEnvironment &extra = {});
+    Run &start(
+        const char *name,
+        const QString &program,
+        const QStringList &words,
+        const QProcessEnvironment &extra = {}
+    );
 
     QTemporaryDir m_directory;
     QElapsedTimer m_clock;
     std::map<QByteArray, Run> m_runs;
 };
 
-void LauncherBoundTest::start(const char *name, const QStringList &words, const QProcessEnvironment &extra)
+void LauncherBoundTest::launch(const char *name, const QStringList &words, const QProcessEnvironment &extra)
+{
+    start(name, BuiltWith::launcher(), words, extra).lines
+        = consoleBytes(BuiltWith::banner() + wordsLine(words));
+}
+
+LauncherBoundTest::Run &LauncherBoundTest::start(
+    const char *name, const QString &program, const QStringList &words, const QProcessEnvironment &extra
+)
 {
     Run &run = m_runs[name];
     run.report = m_directory.filePath(QString::fromLatin1(name));
-    run.lines = consoleBytes(BuiltWith::banner() + wordsLine(words));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(extra);
     environment.insert(u"HELPER_OUTPUT"_s, run.report);
@@ -71,32 +84,35 @@ void LauncherBoundTest::start(const char *name, const QStringList &words, const 
         run.process.setWorkingDirectory(BuiltWith::fakes()
         ); // looked in first on Windows, before the system's folder
     connect(&run.process, &QProcess::finished, this, [this, &run] { run.milliseconds = m_clock.elapsed(); });
-    run.process.start(BuiltWith::launcher(), words);
+    run.process.start(program, words);
+    return run;
 }
 
 void LauncherBoundTest::initTestCase()
 {
     const QString behave = BuiltWith::helper(u"behave"_s);
     m_clock.start();
-    start("sleeps", {behave, u"sleep"_s});
-    start("prints on both outputs", {behave, u"flood"_s});
-    start("prints on the error output", {behave, u"flood-error"_s});
+    launch("sleeps", {behave, u"sleep"_s});
+    launch("prints on both outputs", {behave, u"flood"_s});
+    launch("prints on the error output", {behave, u"flood-error"_s});
 #ifdef Q_OS_UNIX
-    start("ignores signals", {behave, u"ignore"_s});
-    start("stops itself", {behave, u"stop"_s});
-    start("closes its outputs", {behave, u"close"_s});
+    launch("ignores signals", {behave, u"ignore"_s});
+    launch("stops itself", {behave, u"stop"_s});
+    launch("closes its outputs", {behave, u"close"_s});
 #endif
 #ifdef Q_OS_WIN
-    start("the shell waits for a key", {u"cmd"_s, u"/c"_s, u"pause"_s});
+    launch("the shell waits for a key", {u"cmd"_s, u"/c"_s, u"pause"_s});
 #endif
+    // A program of its own has nobody who drops what the toolkit complains of.
+    start("waits without the launcher", BuiltWith::helper(u"console"_s), {u"run"_s, behave, u"sleep"_s});
     QProcessEnvironment fakes;
     const QString path
         = QDir::toNativeSeparators(BuiltWith::fakes()) + QDir::listSeparator() + qEnvironmentVariable("PATH");
     fakes.insert(u"PATH"_s, path);
     fakes.insert(u"HELPER_HOSTNAME"_s, u"hang"_s);
-    start("host name command hangs", {behave, u"exit"_s, u"3"_s}, fakes);
+    launch("host name command hangs", {behave, u"exit"_s, u"3"_s}, fakes);
     fakes.insert(u"HELPER_HOSTNAME"_s, u"flood"_s);
-    start("host name command prints without end", {behave, u"exit"_s, u"3"_s}, fakes);
+    launch("host name command prints without end", {behave, u"exit"_s, u"3"_s}, fakes);
 
     for (bool running = true; running;) {
         QTest::qWait(100);
