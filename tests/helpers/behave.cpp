@@ -29,17 +29,21 @@ void note(const std::string &text)
     }
 }
 
+// Longer than anybody waits, and yet no burden for good on a machine where nobody ended it.
+constexpr std::chrono::minutes longTime(2);
+
 void sleepLong()
 {
-    std::this_thread::sleep_for(std::chrono::minutes(2));
+    std::this_thread::sleep_for(longTime);
 }
 
-/// Prints on one or both outputs: `bytes` on each, or without end when it is 0.
+/// Prints on one or both outputs: `bytes` on each, or for that long when it is 0.
 void flood(bool out, bool err, std::size_t bytes)
 {
     const std::string block(65536, 'x');
+    const auto end = std::chrono::steady_clock::now() + longTime;
     std::size_t written = 0;
-    while (bytes == 0 || written < bytes) {
+    while (bytes == 0 ? std::chrono::steady_clock::now() < end : written < bytes) {
         if (out)
             std::fwrite(block.data(), 1, block.size(), stdout);
         if (err)
