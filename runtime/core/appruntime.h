@@ -449,7 +449,7 @@ public:
     ///
     /// From 8 units on `dateOrder` is compared with `Y` in every style, and with `M` if neither that nor
     /// style 2 settled the order: leaves checkMessage set, to `"D" not in('M')` where the order is `D`.
-    [[nodiscard]] QString formatDateTime(QString value, int style);
+    QString formatDateTime(QString value, int style);
 
     /// The time one second before a time `hhmmss`, without a date: `000000` gives `235959`.
     ///
@@ -505,7 +505,7 @@ public:
     ///
     /// Compares with one line after the other and leaves the last that did not fit in checkMessage:
     /// `"DATE" not in('FLOAT','DOUBLE')`. A name of the first line leaves checkMessage alone.
-    [[nodiscard]] QString columnTypeMode(const QString &typeName);
+    QString columnTypeMode(const QString &typeName);
 
     /// Compares two values and answers whether their relation is accepted: 0 when it is, 1 when not, 9 when a
     /// number could not be read. `relation` becomes `>`, `=` or `<`, or `?` with 9. An accept argument counts
@@ -624,7 +624,7 @@ public:
     ///
     /// Leaves in checkMessage the comparison of the last element before the one found, or of the last of all:
     /// `"MSG_A" not in('B')` when `B` follows `MSG_A`. Leaves checkMessage alone when no element fails.
-    [[nodiscard]] int indexOfValue(const QStringList &list, const QString &value, int from = 0);
+    int indexOfValue(const QStringList &list, const QString &value, int from = 0);
 
     /// Replaces the element at `index`; does nothing when `index` is negative or not below the count.
     void setElement(QStringList &list, int index, const QString &text) const;
@@ -635,7 +635,7 @@ public:
     ///
     /// Leaves checkMessage as indexOfValue() does: with the keys `MSG_A` and `B` and the texts `Ehello` and
     /// `Iworld`, `MSG_A` gives `hello`, and `B` gives `Iworld` and leaves `"MSG_A" not in('B')`.
-    [[nodiscard]] QString messageText(const QString &key);
+    QString messageText(const QString &key);
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
@@ -651,11 +651,11 @@ public:
     /// The longest beginning of the text that takes at most `columns` columns; it ends in no half pair.
     /// `truncateToWidth(u"アイウ"_s, 5)` gives `アイ`. A text that is not empty leaves checkMessage set, to
     /// `"TEXT" not in('')`.
-    [[nodiscard]] QString truncateToWidth(const QString &text, int columns);
+    QString truncateToWidth(const QString &text, int columns);
 
     /// The same, with blanks behind it up to `columns` UTF-16 code units, not columns: `アイ` at 6 becomes 6
     /// units that take 8 columns. Leaves checkMessage set as truncateToWidth() does.
-    [[nodiscard]] QString fitToWidth(const QString &text, int columns);
+    QString fitToWidth(const QString &text, int columns);
 
     /// The code after the first character of the text, in a row of its own for digits, capital and small
     /// letters of ASCII, where `9`, `Z` and `z` are followed by `0`, `A` and `a`. Any other first character
@@ -668,7 +668,7 @@ public:
     /// The text is not checked to be a number, only changed as one: `-` and zeros at its beginning, `.` and,
     /// where there is a `.` at all, zeros at its end. The first character is never one of those taken from
     /// the end: `.0` gives `0.`. A text that is not empty leaves checkMessage set, to `"TEXT" not in('')`.
-    [[nodiscard]] QString normaliseNumber(const QString &text);
+    QString normaliseNumber(const QString &text);
 
     /// @}
     // ---------------------------------------------------------------------------------------------------
