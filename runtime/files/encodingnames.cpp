@@ -5,16 +5,17 @@ using namespace Qt::StringLiterals;
 
 QString AppRuntime::normaliseEncodingName(const QString &name)
 {
+    const QString kept = name; // NOLINT(performance-unnecessary-copy-initialization): may be the message
     // The version file is opened under this name.
-    if (checkIn(name, u"/"_s))
+    if (checkIn(kept, u"/"_s))
         return u"Shift-JIS"_s;
 
-    const QString upper = name.toUpper();
+    const QString upper = kept.toUpper();
     if (checkIn(upper, u"UTF8"_s, u"UTF-8"_s, u"UTF_8"_s, QString()))
         return u"UTF-8"_s;
     if (checkIn(upper, u"EUCJP"_s, u"EUC-JP"_s, u"EUC_JP"_s))
         return u"EUC-JP"_s;
     if (checkIn(upper, u"SJIS"_s, u"SHIFT-JIS"_s, u"SHIFT_JIS"_s))
         return u"Shift-JIS"_s;
-    return name;
+    return kept;
 }

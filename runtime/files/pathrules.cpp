@@ -7,12 +7,19 @@ bool AppRuntime::isExplicitPath(const QString &path) const
         return true;
     const QString here = u'.' + pathSeparator;
     const QString above = u'.' + here;
-    return path.startsWith(pathSeparator) || path.startsWith(here) || path.startsWith(above);
+    // Not startsWith(), to which a null text begins with no empty one.
+    const auto beginsWith = [view = QStringView(path)](const QString &beginning) {
+        return view.left(beginning.size()) == beginning;
+    };
+    return beginsWith(pathSeparator) || beginsWith(here) || beginsWith(above);
 }
 
 QString AppRuntime::resolvePath(const QString &path)
 {
-    return isExplicitPath(path) ? path : tempPath(pathSeparator) + path;
+    if (isExplicitPath(path))
+        return path;
+    const QString kept = path; // NOLINT(performance-unnecessary-copy-initialization): may be the message
+    return tempPath(pathSeparator) + kept;
 }
 
 QString AppRuntime::extensionOf(const QString &name) const

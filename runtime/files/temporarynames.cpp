@@ -5,10 +5,11 @@ using namespace Qt::StringLiterals;
 
 QString AppRuntime::tempPathFor(const QString &fileName, const QString &program)
 {
+    const QString name = fileName; // NOLINT(performance-unnecessary-copy-initialization): may be the message
     // The time program keeps its work files apart.
     if (checkIn(program, u"ZCLOK"_s))
-        return subdirPath() + pathSeparator + "TMP_"_L1 + realMode2 + fileName;
-    return familyDirectory() + pathSeparator + "TMP"_L1 + fileName;
+        return subdirPath() + pathSeparator + "TMP_"_L1 + realMode2 + name;
+    return familyDirectory() + pathSeparator + "TMP"_L1 + name;
 }
 
 QString AppRuntime::tempPath(const QString &fileName)

@@ -126,6 +126,8 @@ TextWriteChannel::~TextWriteChannel()
 
 bool TextWriteChannel::openWrite(const QString &newFileName, const QString &mode, const QString &encodingSpec)
 {
+    // Either may be the message that the comparisons write. The name is stored before them.
+    const QString kept = mode; // NOLINT(performance-unnecessary-copy-initialization)
     // The code keeps its blanks and its case: only the bare "U" asks for line feeds, and programs rely on
     // every other code, "u" included, for CR LF.
     QString encodingName = encodingSpec;
@@ -141,18 +143,18 @@ bool TextWriteChannel::openWrite(const QString &newFileName, const QString &mode
         return false;
     }
 
+    fileName = newFileName;
     if (runtime->checkIn(lineEndCode, QString()) && !runtime->isSameChar(runtime->platformChar, u'W'))
         lineEnd = lfText;
     else
         lineEnd = runtime->checkIn(lineEndCode, u"U"_s) ? lfText : crlfText;
 
-    fileName = newFileName;
     file = std::make_unique<QFile>(fileName);
     // Never with Text: it would make CR LF of the LF that a program asked for. Both words are always
     // compared, so that an open that fails leaves the mode in checkMessage.
     QIODevice::OpenMode openMode = QIODevice::WriteOnly;
-    openMode.setFlag(QIODevice::Truncate, runtime->checkIn(mode, u"OT"_s));
-    openMode.setFlag(QIODevice::Append, runtime->checkIn(mode, u"ADD"_s));
+    openMode.setFlag(QIODevice::Truncate, runtime->checkIn(kept, u"OT"_s));
+    openMode.setFlag(QIODevice::Append, runtime->checkIn(kept, u"ADD"_s));
     if (!open(*file, openMode)) {
         runtime->lastError = u"Open Write error"_s;
         closeWrite();

@@ -4,16 +4,18 @@
 #include <QUrl>
 
 // The encoding's name is normalised for the words that this leaves in checkMessage; the coding is UTF-8
-// always.
+// always. Coded first, for the text may be that message.
 
 QString AppRuntime::urlEncode(const QString &text, const QString &encodingName)
 {
+    QString encoded = QUrl(text, QUrl::TolerantMode).toString(QUrl::FullyEncoded);
     normaliseEncodingName(encodingName);
-    return QUrl(text, QUrl::TolerantMode).toString(QUrl::FullyEncoded);
+    return encoded;
 }
 
 QString AppRuntime::urlDecode(const QString &text, const QString &encodingName)
 {
+    QString decoded = QUrl::fromPercentEncoding(text.toUtf8());
     normaliseEncodingName(encodingName);
-    return QUrl::fromPercentEncoding(text.toUtf8());
+    return decoded;
 }

@@ -12,6 +12,8 @@ class EncodingNamesTest : public QObject
 private Q_SLOTS:
     void normaliseEncodingName_data();
     void normaliseEncodingName();
+    void nameIsTheMessage_data();
+    void nameIsTheMessage();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -99,6 +101,23 @@ void EncodingNamesTest::normaliseEncodingName()
     QCOMPARE(m_runtime.checkMessage, message);
     QCOMPARE(m_runtime.lastError, u"error"_s);
     QVERIFY(m_runtime.convertOk);
+}
+
+void EncodingNamesTest::nameIsTheMessage_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("canonical");
+
+    QTest::newRow("UTF-8") << u"utf8"_s << u"UTF-8"_s;
+    QTest::newRow("EUC-JP") << u"eucjp"_s << u"EUC-JP"_s;
+    QTest::newRow("Shift-JIS") << u"sjis"_s << u"Shift-JIS"_s;
+    QTest::newRow("unknown") << u"latin1"_s << u"latin1"_s;
+}
+
+void EncodingNamesTest::nameIsTheMessage()
+{
+    QFETCH(QString, name);
+    QTEST(m_runtime.normaliseEncodingName(m_runtime.checkMessage = name), "canonical");
 }
 
 QTEST_GUILESS_MAIN(EncodingNamesTest)

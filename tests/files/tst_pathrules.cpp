@@ -16,6 +16,8 @@ private Q_SLOTS:
     void paths();
     void resolveReadsTheFields();
     void separatorIsThePlatforms();
+    void noSeparator();
+    void pathIsTheMessage();
     void extensionOf_data();
     void extensionOf();
 
@@ -130,6 +132,23 @@ void PathRulesTest::separatorIsThePlatforms()
 {
     QCOMPARE(m_runtime->isExplicitPath(u"\\x"_s), BuiltWith::windowsRules());
     QCOMPARE(m_runtime->isExplicitPath(u"/x"_s), !BuiltWith::windowsRules());
+}
+
+// Every path begins with nothing.
+void PathRulesTest::noSeparator()
+{
+    m_runtime->pathSeparator = u""_s;
+    for (const QString &path : {QString(), u""_s, u"A.TXT"_s}) {
+        QVERIFY(m_runtime->isExplicitPath(path));
+        QCOMPARE(m_runtime->resolvePath(path), path);
+    }
+}
+
+void PathRulesTest::pathIsTheMessage()
+{
+    const QString folder = m_runtime->tempPath(m_runtime->pathSeparator);
+    m_runtime->checkMessage = u"A.TXT"_s;
+    QCOMPARE(m_runtime->resolvePath(m_runtime->checkMessage), folder + u"A.TXT"_s);
 }
 
 void PathRulesTest::extensionOf_data()

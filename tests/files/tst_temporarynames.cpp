@@ -15,6 +15,7 @@ private Q_SLOTS:
     void defaults();
     void tempPathFor_data();
     void tempPathFor();
+    void nameIsTheMessage();
     void directories_data();
     void directories();
 
@@ -104,6 +105,18 @@ void TemporaryNamesTest::tempPathFor()
     QCOMPARE(m_runtime->lastError, u"error"_s);
     QVERIFY(m_runtime->convertOk);
     QCOMPARE(m_runtime->programName, program);
+}
+
+void TemporaryNamesTest::nameIsTheMessage()
+{
+    const QString folder = m_runtime->tempPath(u""_s);
+    m_runtime->checkMessage = u"/A.TXT"_s;
+    QCOMPARE(m_runtime->tempPath(m_runtime->checkMessage), folder + u"/A.TXT"_s);
+    m_runtime->checkMessage = u"ZCLOK"_s;
+    QCOMPARE(
+        m_runtime->tempPathFor(m_runtime->checkMessage, m_runtime->checkMessage),
+        m_runtime->tempPathFor(u"ZCLOK"_s, u"ZCLOK"_s)
+    );
 }
 
 void TemporaryNamesTest::directories_data()

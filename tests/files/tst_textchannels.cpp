@@ -110,6 +110,7 @@ private Q_SLOTS:
     void writeRefusedBySystem();
     void writeToFullDevice();
 
+    void openTakesTheMessage();
     void closeSwallowsToolkitException();
     void closePassesOtherException();
     void closeStreamWithoutFile();
@@ -908,6 +909,31 @@ void TextChannelsTest::writeToFullDevice()
         QCOMPARE(destroyed.writeLine(u"0123456789"_s), 1);
     }
     QCOMPARE(m_runtime.lastError, u"old error"_s);
+}
+
+void TextChannelsTest::openTakesTheMessage()
+{
+    const QString out = path(u"out"_s);
+    for (const QString &lineEndCode : {u"UTF-8"_s, u"UTF-8,U"_s}) {
+        QVERIFY(writeBytes(out, "old"));
+        TextWriteChannel added(&m_runtime);
+        m_runtime.checkMessage = u"ADD"_s;
+        QVERIFY(added.openWrite(out, m_runtime.checkMessage, lineEndCode));
+        QCOMPARE(added.writeLine(u"new"_s), 1);
+        added.closeWrite();
+        QVERIFY(bytesOf(out).startsWith("oldnew"));
+
+        TextWriteChannel named(&m_runtime);
+        m_runtime.checkMessage = out;
+        QVERIFY(named.openWrite(m_runtime.checkMessage, u"OT"_s, lineEndCode));
+        QCOMPARE(named.fileName, out);
+    }
+
+    QVERIFY(writeBytes(out, "\xe6\xbc\xa2\n"));
+    TextReadChannel in(&m_runtime);
+    m_runtime.checkMessage = u"utf8"_s;
+    QVERIFY(in.openRead(out, m_runtime.checkMessage));
+    QCOMPARE(in.stream->encoding(), QStringConverter::Utf8);
 }
 
 void TextChannelsTest::closeSwallowsToolkitException()

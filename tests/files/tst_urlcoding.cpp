@@ -20,6 +20,7 @@ private Q_SLOTS:
     void urlDecodeOfNoDigits();
     void encodingName_data();
     void encodingName();
+    void textIsTheMessage();
     void encodedDecodes();
 
 private:
@@ -188,6 +189,18 @@ void UrlCodingTest::encodingName()
     m_runtime.checkMessage = u"old"_s;
     QCOMPARE(m_runtime.urlDecode(u"a%20b"_s, name), u"a b"_s);
     QCOMPARE(m_runtime.checkMessage, message);
+}
+
+void UrlCodingTest::textIsTheMessage()
+{
+    QCOMPARE(m_runtime.urlEncode(m_runtime.checkMessage = u"a b"_s, u"utf8"_s), u"a%20b"_s);
+    QCOMPARE(m_runtime.checkMessage, u"\"utf8\" not in('/')"_s);
+    QCOMPARE(m_runtime.urlDecode(m_runtime.checkMessage = u"a%20b"_s, u""_s), u"a b"_s);
+    QCOMPARE(m_runtime.checkMessage, u"\"\" not in('/')"_s);
+    // And the encoding's name.
+    m_runtime.checkMessage = u"sjis"_s;
+    QCOMPARE(m_runtime.urlDecode(u"a%20b"_s, m_runtime.checkMessage), u"a b"_s);
+    QCOMPARE(m_runtime.checkMessage, u"\"SJIS\" not in('EUCJP','EUC-JP','EUC_JP')"_s);
 }
 
 // A path of a character, another, and a letter that keeps them from being read as something else than a path.
