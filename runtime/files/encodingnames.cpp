@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 
 QString AppRuntime::normaliseEncodingName(const QString &name)
 {
-    const QString kept = name; // NOLINT(performance-unnecessary-copy-initialization): may be the message
+    QString kept = name; // NOLINT(performance-unnecessary-copy-initialization): may be the message
     // The version file is opened under this name.
     if (checkIn(kept, u"/"_s))
         return u"Shift-JIS"_s;

@@ -29,8 +29,9 @@ qsizetype indexOfFirst(QStringView text, QStringView characters, qsizetype from)
     // whole.
     constexpr qsizetype few = 8, growth = 8;
     qsizetype begin = qMin(from + few, text.size());
-    const auto nearEnd = text.begin() + begin;
-    const auto found = std::find_first_of(text.begin() + from, nearEnd, characters.begin(), characters.end());
+    const QChar *const nearEnd = text.begin() + begin;
+    const QChar *const found
+        = std::find_first_of(text.begin() + from, nearEnd, characters.begin(), characters.end());
     if (found != nearEnd)
         return found - text.begin();
     while (begin < text.size()) {
