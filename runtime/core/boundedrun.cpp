@@ -40,9 +40,9 @@ QByteArray firstOutputLineOf(const QString &program, const QStringList &argument
 
     QProcess process;
     const QDeadlineTimer lifetime(lifetimeMilliseconds);
-    // Left in the process object, what a child prints grows by a gigabyte a second. A child that prints
-    // without end also keeps waitForFinished() from ever looking at its own time-out, so the bound is kept
-    // here too.
+    // Left in the process object, what a child prints grows by a gigabyte a second. waitForFinished() gives
+    // up only at a moment when there is nothing to read, which a child that prints without end need not
+    // leave, so the bound is kept here too.
     const auto endWhenOver = [&] {
         if (lifetime.hasExpired())
             process.kill();
