@@ -7,6 +7,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+using namespace appruntime_internal;
+
 namespace
 {
 
@@ -31,7 +33,7 @@ QString executableOf(const QString &program)
 
 } // namespace
 
-QByteArray firstOutputLineOf(const QString &program, const QStringList &arguments)
+QByteArray appruntime_internal::firstOutputLineOf(const QString &program, const QStringList &arguments)
 {
     QByteArray line;
     const QString executable = isSystemName(program) ? executableOf(program) : QString();

@@ -2,6 +2,8 @@
 #include <runtime/core/appruntime.h>
 #include <runtime/core/systemname.h>
 
+using namespace appruntime_internal;
+
 QString AppRuntime::environmentValue(const QString &variable) const
 {
     if (!isSystemName(variable))

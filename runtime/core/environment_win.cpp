@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 
+using namespace appruntime_internal;
+
 QString AppRuntime::environmentValue(const QString &variable) const
 {
     if (!isSystemName(variable))

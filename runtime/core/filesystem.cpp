@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 bool AppRuntime::makeDirectory(const QString &path)

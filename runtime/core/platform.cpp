@@ -3,6 +3,7 @@
 #include <runtime/core/boundedrun.h>
 #include <runtime/strings/blanks.h>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 namespace

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QTimer>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 namespace

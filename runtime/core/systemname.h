@@ -3,6 +3,9 @@
 
 #include <QStringView>
 
+namespace appruntime_internal
+{
+
 /// Whether the text can name a file, a program or a variable at all: it is not empty and holds no NUL.
 ///
 /// To be asked before the system sees the name: the toolkit would complain about any other on standard error,
@@ -11,3 +14,5 @@ inline bool isSystemName(QStringView text)
 {
     return !text.isEmpty() && !text.contains(u'\0');
 }
+
+} // namespace appruntime_internal

@@ -10,6 +10,7 @@
 
 #include <cstdio>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 void AppRuntime::writeTrace(const QString &text) const

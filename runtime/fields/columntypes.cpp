@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/owncopy.h>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 QString AppRuntime::columnTypeMode(const QString &typeName)
 {
-    // checkIn() writes checkMessage, and that may be the very name.
-    const QString name = typeName; // NOLINT(performance-unnecessary-copy-initialization)
+    const QString name = ownCopy(typeName);
     if (checkIn(name, u"CHAR"_s, u"VARCHAR"_s, u"VARCHAR2"_s))
         return u" "_s;
     if (checkIn(name, u"NCHAR"_s, u"NVARCHAR"_s, u"NVARCHAR2"_s, u"MCHAR"_s, u"MVARCHAR"_s))

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 namespace

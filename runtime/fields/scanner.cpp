@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -56,8 +57,6 @@ QStringView decidingPart(QStringView text, QStringView upperKeyword)
 
 } // namespace
 
-// The shared scan is the object's state, behind pointers or not.
-// NOLINTNEXTLINE(readability-make-member-function-const)
 void AppRuntime::setScanText(const QString &text)
 {
     if (!scanCursor || !scanSource)
@@ -91,7 +90,6 @@ bool AppRuntime::acceptKeyword(const QString &keyword, const QString &text) cons
     return acceptKeyword(cursor, keyword, text);
 }
 
-// NOLINTNEXTLINE(readability-make-member-function-const): as setScanText()
 bool AppRuntime::acceptKeyword(const QString &keyword)
 {
     if (!scanCursor || !scanSource)

@@ -5,6 +5,7 @@
 
 #include <utility>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 namespace

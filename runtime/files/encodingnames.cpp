@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/owncopy.h>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 QString AppRuntime::normaliseEncodingName(const QString &name)
 {
-    QString kept = name; // NOLINT(performance-unnecessary-copy-initialization): may be the message
+    QString kept = ownCopy(name);
     // The version file is opened under this name.
     if (checkIn(kept, u"/"_s))
         return u"Shift-JIS"_s;

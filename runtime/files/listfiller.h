@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace appruntime_internal
+{
+
 /// Fills a list with parts of a text, from its first element on, and writes into the texts that it finds
 /// there.
 ///
@@ -68,3 +71,5 @@ private:
     qsizetype m_room{0};
     qsizetype m_used{0};
 };
+
+} // namespace appruntime_internal

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/owncopy.h>
+
+using namespace appruntime_internal;
 
 bool AppRuntime::isExplicitPath(const QString &path) const
 {
@@ -18,7 +21,7 @@ QString AppRuntime::resolvePath(const QString &path)
 {
     if (isExplicitPath(path))
         return path;
-    const QString kept = path; // NOLINT(performance-unnecessary-copy-initialization): may be the message
+    const QString kept = ownCopy(path);
     return tempPath(pathSeparator) + kept;
 }
 

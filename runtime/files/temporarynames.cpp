@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/owncopy.h>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 QString AppRuntime::tempPathFor(const QString &fileName, const QString &program)
 {
-    const QString name = fileName; // NOLINT(performance-unnecessary-copy-initialization): may be the message
+    const QString name = ownCopy(fileName);
     // The time program keeps its work files apart.
     if (checkIn(program, u"ZCLOK"_s))
         return subdirPath() + pathSeparator + "TMP_"_L1 + realMode2 + name;

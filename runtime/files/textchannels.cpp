@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/owncopy.h>
 #include <runtime/core/systemname.h>
 #include <runtime/files/textchannels.h>
 
@@ -10,6 +11,7 @@
 
 #include <utility>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -127,7 +129,7 @@ TextWriteChannel::~TextWriteChannel()
 bool TextWriteChannel::openWrite(const QString &newFileName, const QString &mode, const QString &encodingSpec)
 {
     // Either may be the message that the comparisons write. The name is stored before them.
-    const QString kept = mode; // NOLINT(performance-unnecessary-copy-initialization)
+    const QString kept = ownCopy(mode);
     // The code keeps its blanks and its case: only the bare "U" asks for line feeds, and programs rely on
     // every other code, "u" included, for CR LF.
     QString encodingName = encodingSpec;

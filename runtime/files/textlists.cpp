@@ -3,6 +3,8 @@
 
 #include <runtime/files/listfiller.h>
 
+using namespace appruntime_internal;
+
 QStringList AppRuntime::splitByChar(const QString &text, QChar separator) const
 {
     return text.split(separator, Qt::KeepEmptyParts, Qt::CaseSensitive);

@@ -5,8 +5,6 @@
 
 using namespace Qt::StringLiterals;
 
-// Not const, though it changes no field of the record: it changes the runtime's.
-// NOLINTNEXTLINE(readability-make-member-function-const)
 int VersionInfo::writeVersionFile(const QStringList &arguments)
 {
     const auto asksForVersion = [this](const QString &word) {

@@ -3,6 +3,9 @@
 
 #include <QStringView>
 
+namespace appruntime_internal
+{
+
 // Blanks and control characters are all that is at or below U+0020. White space of any other kind stays: the
 // ideographic space is a character of a Japanese text.
 
@@ -21,3 +24,5 @@ inline QStringView withoutTrailingBlanks(QStringView text)
         text.chop(1);
     return text;
 }
+
+} // namespace appruntime_internal

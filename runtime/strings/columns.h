@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+namespace appruntime_internal
+{
+
 /// Whether a code unit that is no surrogate takes one display column, not two: ASCII, and half-width
 /// katakana.
 ///
@@ -11,3 +14,5 @@ constexpr bool isOneColumn(char16_t unit)
     constexpr char16_t firstKana = u'\uff66', lastKana = u'\uff9f';
     return (unit < 0x80) | (static_cast<char16_t>(unit - firstKana) <= lastKana - firstKana);
 }
+
+} // namespace appruntime_internal

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <limits>
 
+using namespace appruntime_internal;
+
 namespace
 {
 

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/owncopy.h>
+
+using namespace appruntime_internal;
 
 namespace
 {
@@ -30,8 +33,7 @@ int AppRuntime::toIntBase(const QString &text, int base) const
 
 int AppRuntime::validInt(const QString &text, QChar rule, int defaultValue, int report)
 {
-    // checkIn() writes checkMessage, and that may be the very text.
-    const QString kept = text; // NOLINT(performance-unnecessary-copy-initialization)
+    const QString kept = ownCopy(text);
     convertOk = true;
 
     int value = 0;
@@ -55,7 +57,7 @@ int AppRuntime::validInt(const QString &text, QChar rule, int defaultValue, int 
 
 double AppRuntime::validDouble(const QString &text, QChar rule, double defaultValue, int report)
 {
-    const QString kept = text; // NOLINT(performance-unnecessary-copy-initialization): as in validInt()
+    const QString kept = ownCopy(text);
     convertOk = true;
 
     if (checkIn(kept, QString()))

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <bitset>
 
-qsizetype indexOfFirst(QStringView text, QStringView characters, qsizetype from)
+using namespace appruntime_internal;
+
+qsizetype appruntime_internal::indexOfFirst(QStringView text, QStringView characters, qsizetype from)
 {
     if (characters.size() == 1) { // as with nearly every caller
         const qsizetype found = text.indexOf(characters.front(), from);

@@ -2,6 +2,8 @@
 #include <runtime/core/appruntime.h>
 #include <runtime/strings/blanks.h>
 
+using namespace appruntime_internal;
+
 namespace
 {
 

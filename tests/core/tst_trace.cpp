@@ -86,7 +86,7 @@ void TraceTest::traceLine()
 {
     QFETCH(QByteArray, local);
     QFETCH(QByteArray, utf8);
-    QTEST(::traceLine(local, utf8), "line");
+    QTEST(appruntime_internal::traceLine(local, utf8), "line");
 }
 
 void TraceTest::writeTrace_data()
