@@ -12,7 +12,7 @@ namespace
 
 /// Columns of a code unit. Stored values are cut alike in every program, so this follows the default classes
 /// and not the fields that a program may have set for itself.
-constexpr int columnsOf(char16_t unit)
+constexpr int columnsOfUnit(char16_t unit)
 {
     const bool low = unit >= 0xdc00 && unit <= 0xdfff;
     return 2 - 2 * int(low) - int(isOneColumn(unit));
@@ -31,12 +31,12 @@ qsizetype unitsWithin(QStringView text, qsizetype columns)
         sure = qMin<qsizetype>(sure, 0x4000); // their columns fit in 16 bits
         quint16 taken = 0;
         for (qsizetype i = 0; i < sure; ++i)
-            taken = quint16(taken + columnsOf(units[position + i]));
+            taken = quint16(taken + columnsOfUnit(units[position + i]));
         columns -= taken;
         position += sure;
     }
     for (; position < text.size(); ++position) {
-        columns -= columnsOf(units[position]);
+        columns -= columnsOfUnit(units[position]);
         if (columns < 0)
             break;
     }

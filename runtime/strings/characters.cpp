@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/strings/columns.h>
+
+using namespace appruntime_internal;
 
 bool AppRuntime::isUpper(QChar character) const
 {
@@ -37,7 +40,7 @@ int AppRuntime::charClass(QChar character) const
         return charClassLowSurrogate;
     if (character.isHighSurrogate())
         return charClassHighSurrogate;
-    if (character >= u'\uff66' && character <= u'\uff9f')
+    if (character >= firstHalfKana && character <= lastHalfKana)
         return charClassHalfKana;
     if (character < u'\u0080')
         return charClassNarrow;

@@ -55,7 +55,7 @@ Q_NEVER_INLINE bool isWellFormed(const char16_t *units, int count)
 }
 
 /// Columns of a piece short enough to count in 16 bits, or -1 when it has to be stepped over.
-int columnsOf(const char16_t *units, int count)
+int columnsOfPiece(const char16_t *units, int count)
 {
     quint16 narrow = 0, surrogates = 0;
     for (int i = 0; i < count; ++i) {
@@ -68,7 +68,7 @@ int columnsOf(const char16_t *units, int count)
 
 /// Columns of the whole view, piece by piece. The pieces are long enough for the vector code to pay and
 /// short enough that a lone surrogate makes only its surroundings slow.
-qint64 columnsOf(QStringView text)
+qint64 columnsOfText(QStringView text)
 {
     constexpr qsizetype pieceLength = 256;
 
@@ -77,7 +77,8 @@ qint64 columnsOf(QStringView text)
         qsizetype pieceEnd = std::min(walk.units + pieceLength, text.size());
         if (pieceEnd < text.size() && text[pieceEnd - 1].isHighSurrogate())
             ++pieceEnd;
-        const int columns = columnsOf(text.utf16() + walk.units, static_cast<int>(pieceEnd - walk.units));
+        const int columns
+            = columnsOfPiece(text.utf16() + walk.units, static_cast<int>(pieceEnd - walk.units));
         if (columns >= 0) {
             walk.columns += columns;
             walk.units = pieceEnd;
@@ -108,12 +109,12 @@ Walk walkTo(const AppRuntime &runtime, const QString &text, int columns)
 
 int AppRuntime::displayWidth(const QString &text) const
 {
-    return limited(columnsOf(text));
+    return limited(columnsOfText(text));
 }
 
 int AppRuntime::displayWidthOf(const QString &text, int units) const
 {
-    return units > 0 ? limited(columnsOf(QStringView(text).left(units))) : 0;
+    return units > 0 ? limited(columnsOfText(QStringView(text).left(units))) : 0;
 }
 
 int AppRuntime::unitsForWidth(const QString &text, int columns) const
