@@ -2,6 +2,23 @@
 # shellcheck shell=bash
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+script=scripts/${0##*/}
+
+# --help prints the comment at the top of the script that sources this, before anything else is done. Only the
+# arguments of scripts/launch are another program's.
+if [[ $script != scripts/launch && " $* " == *" --help "* ]]; then
+    sed -n '2,/^[^#]/ s/^# \{0,1\}//p' "$0"
+    exit 0
+fi
+
+# wrong TEXT ends the script with exit code 2 and one line that says what it cannot take.
+wrong() {
+    echo "$script: $1; '$script --help' says what it takes" >&2
+    exit 2
+}
+
+# no_arguments "$@" is for a script that takes none.
+no_arguments() { (($# == 0)) || wrong "there is no argument '$1'"; }
 
 # need COMMAND:PACKAGE... installs the packages whose command is missing; with no command before the colon it looks
 # for the package itself. Asks the network for nothing when all is there.
