@@ -24,9 +24,13 @@ class QTextStream;
 ///         runtime.writeTrace(in.line);
 ///     in.closeRead();
 /// } else {
-///     runtime.writeTrace(runtime.lastError); // open read error(codes.csv)
+///     runtime.writeTrace(runtime.lastError);
 /// }
 /// \endcode
+///
+/// ```text
+/// open read error(codes.csv)
+/// ```
 ///
 /// **What a file may hold.** A line ends at a line feed; the last one may go without. It may have any length.
 /// Every carriage return of the file is dropped, not only the one before a line feed: `a CR b` reads as `ab`.
