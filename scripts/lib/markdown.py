@@ -24,10 +24,15 @@ def source(path):
 
 
 def tree(text):
-    """The document's elements in order, without the namespace in their names."""
+    """The document's elements in order, without the namespace in their names and the indentation between them."""
     root = ET.fromstring(cmark(text, "xml"))
     for element in root.iter():
         element.tag = element.tag.replace(NAMESPACE, "")
+        element.tail = None
+        if element.tag in ("softbreak", "linebreak"):
+            element.text = " "
+        elif element.get("{http://www.w3.org/XML/1998/namespace}space") != "preserve":
+            element.text = None
     return root
 
 
