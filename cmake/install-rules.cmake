@@ -17,6 +17,11 @@ if(NOT WIN32)
         DESTINATION "${CMAKE_INSTALL_MANDIR}/man1"
         COMPONENT launcher
     )
+    install(
+        FILES "${PROJECT_SOURCE_DIR}/launcher/ja/launcher.1"
+        DESTINATION "${CMAKE_INSTALL_MANDIR}/ja/man1"
+        COMPONENT launcher
+    )
 endif()
 install(
     TARGETS AppRuntime
