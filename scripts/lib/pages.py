@@ -59,7 +59,8 @@ def spare_fields(text):
 def header(path):
     """Says to Doxygen what a reader of the header sees.
 
-    A comment above several functions is for all of them, up to the next blank line. The fields without a comment
+    A comment above several functions is for all of them, up to the next blank line; of overloads, the first has the
+    whole of it. The fields without a comment
     are spare, and one list holds them all. The names of source files are of no use to a reader of the pages.
     """
     text = pathlib.Path(path).read_text(encoding="utf-8")
@@ -78,23 +79,28 @@ def header(path):
             lambda found: f"{found[1]}    ///\n    /// \\htmlonly[block]{fold}\\endhtmlonly\n{found[2]}",
             text,
         )
-    result, comment, fresh, shared, declaring = [], [], False, False, False
+    result, comment, fresh, shared, declaring = [], [], False, None, False
     for line in text.splitlines():
         if line in spares or line.startswith("    friend "):
             continue
         if re.match(r" *///(?!<)", line):
             line = hide_code(line)
             comment = comment + [line] if fresh else [line]
-            fresh, shared = True, False
+            fresh, shared = True, None
         elif not line.strip():
-            comment, fresh, shared, declaring = [], False, False, False
+            comment, fresh, shared, declaring = [], False, None, False
         elif declaring:
             declaring = not re.search(r";( *//.*)?$", line)
         elif re.match(r"    [A-Za-z[]", line) and not re.match(r"    (struct|class|using|template|requires)", line):
             if re.match(r"[^{]*\(", line):
-                if shared:
+                name = re.match(r"[^(]*?(\S+)\(", line)[1]
+                if comment and shared == name:
+                    first = [part.strip() for part in comment]
+                    first = first[: first.index("///")] if "///" in first else first
+                    result += [first[0].replace("///", r"/// \brief")] + first[1:]
+                elif shared:
                     result += comment
-                shared = True
+                shared = name
             fresh = False
             declaring = not re.search(r";( *//.*)?$", line)
             line = hide_code(line)
