@@ -17,6 +17,9 @@ function searchWords(text) {
     return words
 }
 
+// What the pages call by another word.
+const otherWords = { 文字コード: "エンコーディング", フォルダ: "ディレクトリー", 検査数字: "チェックディジット", charset: "encoding" }
+
 function makeIndex(language) {
     return lunr(function () {
         this.tokenizer = text => searchWords(text ?? "").map(word => new lunr.Token(word, {}))
@@ -45,7 +48,8 @@ function search(index, wanted) {
             query.term(word, { boost: 3 })
         }
     })
-    return found.slice(0, 30).map(({ ref }) => searchData[ref])
+    const other = otherWords[wanted.trim().toLowerCase()]
+    return found.length || !other ? found.slice(0, 30).map(({ ref }) => searchData[ref]) : search(index, other)
 }
 
 document.addEventListener("DOMContentLoaded", () => {
@@ -62,7 +66,7 @@ document.addEventListener("DOMContentLoaded", () => {
             link.href = field.dataset.root + address
             const name = document.createElement("b")
             name.textContent = title.replace(/^AppRuntime::/, "")
-            link.append(name, " ", brief)
+            link.append(name, " ", brief.length > 200 ? `${brief.slice(0, 200)}…` : brief)
             const entry = document.createElement("li")
             entry.lang = of || "en"
             entry.append(link)

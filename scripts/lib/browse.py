@@ -23,6 +23,10 @@ SEARCHES = [
     ("index.html", "Digit", "mod10CheckDigit()"),
     ("errors.html", "last error", "lastError"),
     ("classAppRuntime.html", "pad left", "padLeft()"),
+    ("ja/index.html", "表示幅", "表示幅の規則"),
+    ("ja/index.html", "文字コード", "エンコーディング"),
+    ("ja/index.html", "日付", "normalizeDate()"),
+    ("ja/index.html", "チェックディジット", "入力のチェック: チェックディジット"),
     ("ja/index.html", "displayWidth", "displayWidth()"),
 ]
 
