@@ -1,6 +1,6 @@
 # Builds the consumer and runs its test:
 #
-#     cmake -DKIND=tree|package -DSHARED=ON|OFF -DSOURCE=... -DBUILD=... -DWORK=... -P run.cmake
+#     cmake -DKIND=tree|fetch|package -DSHARED=ON|OFF -DSOURCE=... -DBUILD=... -DWORK=... -P run.cmake
 #
 # The package is installed from the build folder BUILD, or for a shared library from one of its own, and then
 # moved: it must not remember where it was.
@@ -11,6 +11,8 @@ endfunction()
 set(common -G Ninja "-DCMAKE_CXX_FLAGS=${FLAGS}" -DBUILD_SHARED_LIBS=${SHARED})
 if(KIND STREQUAL "tree")
     set(options "-DRUNTIME_TREE=${SOURCE}")
+elseif(KIND STREQUAL "fetch")
+    set(options -DRUNTIME_FETCH=ON "-DFETCHCONTENT_SOURCE_DIR_APPRUNTIME=${SOURCE}")
 else()
     if(SHARED)
         set(BUILD "${WORK}/runtime")
@@ -24,6 +26,10 @@ else()
     run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${WORK}/first")
     file(RENAME "${WORK}/first" "${WORK}/moved")
     run("${WORK}/moved/bin/launcher" "${CMAKE_COMMAND}" --version)
+    if(SHARED)
+        file(GLOB_RECURSE library "${WORK}/moved/*/libappruntime.so.8.0.4")
+        run("${SOURCE}/tests/support/symbols.sh" shared "${library}")
+    endif()
     set(options "-DCMAKE_PREFIX_PATH=${WORK}/moved")
 endif()
 

@@ -291,8 +291,8 @@ private Q_SLOTS:
     void defaults_data();
     void defaults();
     void order();
-    void versionRecord();
-    void cursors();
+    void version();
+    void scanCursor();
 };
 
 void FieldsTest::defaults_data()
@@ -337,7 +337,7 @@ void FieldsTest::order()
     }
 }
 
-void FieldsTest::versionRecord()
+void FieldsTest::version()
 {
     const AppRuntime runtime(u"TEST"_s);
     QCOMPARE(runtime.version->versionText, u"000800004"_s);
@@ -347,7 +347,7 @@ void FieldsTest::versionRecord()
     QCOMPARE(runtime.version->runtime, &runtime);
 }
 
-void FieldsTest::cursors()
+void FieldsTest::scanCursor()
 {
     char name[] = "test";
     char *argv[] = {name, nullptr};

@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
 # Asks every script for help, and gives it an argument that it cannot take: tests/support/scripts.sh
 set -uo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit
-errors=$(mktemp)
-trap 'rm -f "$errors"' EXIT
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+mkdir "$work/tree"
+cp -r "$(dirname "${BASH_SOURCE[0]}")"/../../{scripts,CMakePresets.json} "$work/tree"
+cd "$work/tree" || exit
+errors=$work/errors
 failed=0
 
 # fault TEXT
@@ -12,14 +15,9 @@ fault() {
     failed=1
 }
 
-# state is what a script that only talks leaves as it is.
-state() { ls -la --time-style=full-iso . build dist 2>/dev/null; }
-
 for script in scripts/*; do
     # All that scripts/launch is given is for the program that it starts.
     [[ -f $script && $script != scripts/launch ]] || continue
-    before=$(state)
-
     help=$(timeout 60 "$script" --help 2>"$errors") || fault "--help ends with $?"
     [[ $help == *"$script"* ]] || fault "--help does not show how to call it"
     [[ $help =~ (second|minute|hour) ]] || fault "--help does not say how long it takes"
@@ -30,6 +28,6 @@ for script in scripts/*; do
     ((code == 2)) || fault "a wrong argument ends with $code"
     [[ -z $output && $(wc -l <"$errors") == 1 ]] || fault "a wrong argument gives no single line: $output$(<"$errors")"
 
-    [[ $(state) == "$before" ]] || fault "it has changed something"
+    [[ $(echo *) == "CMakePresets.json scripts" ]] || fault "it has changed something"
 done
 exit "$failed"
