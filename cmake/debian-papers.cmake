@@ -15,7 +15,7 @@ string(REGEX REPLACE "^.*${copyright}\n\n" "" licence "${licence}")
 string(STRIP "${licence}" licence)
 string(REPLACE "\n\n" "\n.\n" licence "${licence}")
 string(REPLACE "\n" "\n " licence "${licence}")
-# The zone's letters are not those of a changelog; SOURCE_DATE_EPOCH makes the date repeatable.
+# A changelog wants the zone as a number; SOURCE_DATE_EPOCH makes the date repeatable.
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
 foreach(component IN ITEMS runtime development launcher)

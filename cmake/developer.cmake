@@ -7,7 +7,7 @@ option(APPRUNTIME_EXAMPLES "Build the examples" ON)
 
 if(APPRUNTIME_TESTS)
     include(CTest)
-    # The rules of the other system are tested here too, on a library and a launcher of their own.
+    # The rules of Windows are tested here too, with a library and a launcher of their own.
     if(APPRUNTIME_BOTH_LETTERS AND NOT APPRUNTIME_LETTER STREQUAL "W")
         appruntime_add_library(runtime_w W)
         appruntime_add_launcher(launcher_w runtime_w)

@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// What a text may hold beside ASCII and half-width katakana: the ends of the ranges that the runtime tells
-/// apart, white space of every kind, digits of other scripts, characters whose other case is longer.
+/// What a text may hold beside ASCII and half-width katakana: the ends of the ranges that the runtime
+/// distinguishes, white space of every kind, digits of other scripts, characters whose other case is longer.
 constexpr std::array<char16_t, 48> oddUnits{
     0x007f, 0x0080, 0x0085, 0x00a0, 0x00a5, 0x00df, 0x00e9, 0x0130, 0x0131, 0x0149, 0x017f, 0x01c5,
     0x0301, 0x0345, 0x03a3, 0x0660, 0x06f9, 0x1680, 0x200b, 0x2003, 0x2028, 0x2029, 0x202e, 0x3000,
@@ -23,7 +23,7 @@ constexpr std::array<char16_t, 48> oddUnits{
     0xd842, 0xdbff, 0xdc00, 0xde00, 0xdfb7, 0xdfff, 0xfeff, 0xff11, 0xff21, 0xff5e, 0xfffd, 0xffff,
 };
 
-// Bytes of a text from here on are no character of their own.
+// From these bytes on, a byte of a text is not a character of its own.
 constexpr std::uint8_t firstKana = 0x80, firstOdd = 0xc0, firstAny = 0xf0, firstEnd = 0xf8;
 static_assert(firstOdd + oddUnits.size() == firstAny);
 
@@ -33,7 +33,7 @@ static_assert(firstOdd + oddUnits.size() == firstAny);
     throw std::runtime_error(property);
 }
 
-/// The text with everything but printable ASCII as a number, so that two that look alike can be told apart.
+/// The text with everything except printable ASCII as a number: texts that look alike can be told apart.
 QString shown(const QString &text)
 {
     QString result;
@@ -64,7 +64,7 @@ QString shown(long long value)
     return QString::number(value);
 }
 
-/// The two from shortly before they differ on; a text may be as long as a file.
+/// Both texts from shortly before they differ; a text may be as long as a file.
 QString difference(const QString &found, const QString &expected)
 {
     constexpr qsizetype before = 60, length = 400;

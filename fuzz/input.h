@@ -15,8 +15,8 @@ class AppRuntime;
 namespace Fuzz
 {
 
-/// Makes values of the bytes of one run, front to back. When the bytes are used up every value is the
-/// smallest of its kind, so that any input is a good one.
+/// Makes values of the bytes of one run, front to back. When the bytes are used up, every value is the
+/// smallest of its kind: no input is too short.
 class Input
 {
 public:
@@ -46,7 +46,7 @@ public:
     QChar character();
 
     /// A text with what texts are broken by: NUL, separators, kana of both widths, halves of surrogate pairs.
-    /// ASCII bytes stand for themselves, so that what the engine puts together is what the runtime gets.
+    /// ASCII bytes stand for themselves: words that the engine finds reach the runtime as they are.
     QString text();
 
     /// Up to `most` texts, at least one.
@@ -75,5 +75,5 @@ void requireEqual(long long found, long long expected, const char *property);
 
 } // namespace Fuzz
 
-/// One run of a target: each defines it in the file of its topic, where the engine looks for it.
+/// One run of a target, called by the engine; each target defines it in the file of its topic.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size);

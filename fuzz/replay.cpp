@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs a target without an engine: replay RUNS [FILE|FOLDER...], first the files, then so many inputs of its
-// own. These are the same every time, so that a test that fails once fails always.
+// Runs a target without an engine: replay RUNS [FILE|FOLDER...], first the files, then RUNS inputs of its
+// own. These are the same every time: a test that fails once fails always.
 #include <fuzz/input.h>
 
 #include <QDir>
@@ -20,8 +20,8 @@ namespace
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// An input of few different bytes: in one of all 256 a quote hardly ever meets another. Written without the
-/// distributions of the library, whose results are its own affair.
+/// An input of few different bytes: among all 256 a quote hardly ever meets another. The distributions of the
+/// standard library are not used, because their results differ from one library to the next.
 Bytes someInput(std::mt19937 &random)
 {
     constexpr std::size_t longest = 160, mostLetters = 10;
@@ -42,7 +42,7 @@ bool holds(const Bytes &input, const char *origin, int number)
     try {
         LLVMFuzzerTestOneInput(input.data(), input.size());
         return true;
-    } catch (const std::exception &) { // which has been printed
+    } catch (const std::exception &) { // printed already
         const QByteArray bytes(
             reinterpret_cast<const char *>(input.data()), static_cast<qsizetype>(input.size())
         );

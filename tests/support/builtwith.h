@@ -5,17 +5,17 @@
 #include <QChar>
 #include <QString>
 
-/// What a test program was linked with; the test itself is compiled once for both platform letters.
+/// What a test program was linked with; the test itself is compiled once for both platforms.
 namespace BuiltWith
 {
 
-/// The letter the library was compiled with.
+/// The platform that the library was compiled for.
 QChar platformChar();
 
 /// Whether that is 'W'.
 bool windowsRules();
 
-/// The line with which that launcher begins.
+/// The first line that its launcher prints.
 QByteArray banner();
 
 /// Path of the launcher built on the same library.

@@ -13,5 +13,5 @@ struct Report {
     bool started{false};
 };
 
-/// Reads the report at `fileName`; a missing file gives one that says it was not started.
+/// Reads the report at `fileName`. Where the file is missing, `started` is false.
 Report readReport(const QString &fileName);
