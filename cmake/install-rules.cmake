@@ -31,7 +31,7 @@ install(
     ARCHIVE COMPONENT development
 )
 
-# What a program includes, in the folders it has in the tree, so that one line works for both.
+# The headers that programs include, in the same folders as in the tree: one #include line works for both.
 foreach(header IN ITEMS
         core/appruntime.h
         fields/inputmode.h
@@ -90,9 +90,39 @@ install(
     COMPONENT development
 )
 
+# What a programmer reads. Pages lead to the examples and the list of changes as they do in the tree.
+set(document_folder "${CMAKE_INSTALL_DATADIR}/doc/appruntime")
+install(
+    DIRECTORY docs/
+    DESTINATION "${document_folder}/guides"
+    COMPONENT development
+    FILES_MATCHING
+    PATTERN "*.md"
+    PATTERN "*.svg"
+    PATTERN "decisions.md" EXCLUDE
+    PATTERN "design.md" EXCLUDE
+)
+install(
+    DIRECTORY examples/
+    DESTINATION "${document_folder}/examples"
+    COMPONENT development
+    FILES_MATCHING
+    PATTERN "*.cpp"
+    PATTERN "*.h"
+    PATTERN "*.csv"
+    PATTERN "*.md"
+)
+# Made by scripts/docs, for Qt Creator and Qt Assistant.
+install(
+    FILES "${PROJECT_SOURCE_DIR}/build/docs/appruntime.qch"
+    DESTINATION "${document_folder}"
+    COMPONENT development
+    OPTIONAL
+)
+
 # For archives; a distribution's packages have papers of their own form.
 install(
     FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/appruntime"
+    DESTINATION "${document_folder}"
     COMPONENT papers
 )

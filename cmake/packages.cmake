@@ -2,10 +2,8 @@
 # built, and the launcher. scripts/package makes both.
 set(CPACK_PACKAGE_NAME appruntime)
 set(CPACK_PACKAGE_VENDOR "The AppRuntime authors")
-# Who distributes the packages gives an address that mail reaches.
-if(NOT DEFINED CPACK_PACKAGE_CONTACT)
-    set(CPACK_PACKAGE_CONTACT "The AppRuntime authors <appruntime@localhost>")
-endif()
+# Reaches nobody. Whoever hands packages on gives an address of their own: scripts/package takes DEBEMAIL.
+set(CPACK_PACKAGE_CONTACT "The AppRuntime authors <appruntime@localhost>" CACHE STRING "Maintainer of the packages")
 # Left empty, or it would stand as the first line of every Debian package's own description.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_FILE_NAME
@@ -18,10 +16,11 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE
 )
 
-# Versions of the set belong together: a program is built with the headers of the library it will run on.
+# A program needs a library at least as new as the one it was built with, and the launcher is such a program. Headers
+# and library are one set: the link that programs are linked with leads to the file of this very version.
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL runtime development launcher)
-set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 0app1) # a 0 in front leaves the revisions from 1 on to Debian itself
 set(debian_version "${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}")
 set(debian_library "libappruntime${PROJECT_VERSION_MAJOR}")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -33,6 +32,10 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${debian_library}")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+# A trigger lets the loader know of the library. CPack would write scripts for that, if they were not named as our own;
+# it leaves out what does not exist.
+file(WRITE "${PROJECT_BINARY_DIR}/triggers" "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_BINARY_DIR}/triggers;no/postinst;no/postrm")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
@@ -48,13 +51,14 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
 )
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "shared runtime of a family of business programs (development)
-Headers of the library, its CMake package and its pkg-config file."
+Headers of the library, its CMake package and its pkg-config file, with the
+guides and examples, for those who write programs on it."
 )
 
 set(CPACK_DEBIAN_LAUNCHER_PACKAGE_NAME appruntime-launcher)
 set(CPACK_DEBIAN_LAUNCHER_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_LAUNCHER_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_LAUNCHER_PACKAGE_DEPENDS "${debian_library} (= ${debian_version})")
+set(CPACK_DEBIAN_LAUNCHER_PACKAGE_DEPENDS "${debian_library} (>= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/runtime")
 set(CPACK_COMPONENT_LAUNCHER_DESCRIPTION
     "console launcher for a family of business programs
