@@ -165,11 +165,13 @@ public:
     /// their last step; no program does.
     void setupPlatform(const QString &name);
 
-    /// Asks the system for the name of this machine: the first line that the `hostname` command prints,
-    /// without what trails it at or below U+0020, up to its first dot. The field `hostName` holds the answer
-    /// given at construction.
+    /// Asks the system for the name of this machine: the first line that the `hostname` command prints, up to
+    /// its first dot, without characters at or below U+0020 at the end of the line. The field `hostName`
+    /// holds the answer given at construction.
     ///
-    /// Empty when there is no such command, when it prints nothing, and when it hangs: it is held to 30
+    /// On Windows the command is the one in the system's directory. Elsewhere it is found on the search path.
+    ///
+    /// Empty when there is no such command, when it prints nothing, and when it hangs: it is killed after 30
     /// seconds.
     [[nodiscard]] QString queryHostName() const;
 
@@ -182,28 +184,44 @@ public:
     /// @}
     // ---------------------------------------------------------------------------------------------------
     /// \name Running programs
-    /// core/process.cpp. Read first what surprises people:
+    /// core/process.cpp and core/boundedrun*.cpp. Read first what surprises people:
     /// - One text holds all arguments and is split at every single blank, empty parts kept: `a  b` is three
-    ///   arguments, `a ` is two, and the empty text is one empty argument. No quoting is recognised, so an
+    ///   arguments, `a ` is two, and the empty text is one empty argument. There is no quoting, so an
     ///   argument never holds a blank.
-    /// - A program that is waited for lives for at most 30 seconds; then it is killed. What it prints is
-    ///   dropped, and its standard input is a pipe that nobody writes to.
+    /// - A program that is waited for is killed after 30 seconds. Its output is dropped, and its standard
+    /// input
+    ///   is a pipe that nobody writes to.
+    /// - It also ends when the program that waits for it is killed or crashes. What it started and left
+    /// behind
+    ///   lives on.
     /// @{
 
     /// Starts a program with the arguments in `argumentText`; `extraText` is not used.
     ///
-    /// Line breaks in both texts become blanks first. With `wait` the call returns 0 when the program has
-    /// ended or its 30 seconds are over, and also when it could not be started, crashed, or exited with a
-    /// code: none of that is reported. No application events are processed meanwhile, and processes that the
-    /// program left behind are not waited for. Without `wait` the program runs on by itself, with this one's
-    /// console.
+    /// Line breaks in both texts become blanks first. A NUL in one of the texts, or an empty `program`, names
+    /// no program: nothing is started.
+    ///
+    /// With `wait` the call returns 0 when the program has ended or its 30 seconds are over, and also when it
+    /// could not be started, crashed, or exited with a code: none of that is reported. No application events
+    /// are processed meanwhile, and processes that the program left behind are not waited for. A program that
+    /// cannot be killed, because it has become another user, is left alone a second later. The 30 seconds
+    /// count while the caller is stopped, but not while the machine sleeps.
+    ///
+    /// How a waited-for program ends with its caller depends on the system:
+    /// - Linux sends it SIGKILL when the calling thread ends. A program that changes its user when it starts
+    ///   (set-uid, set-gid or with file capabilities) loses that, and lives on.
+    /// - On Windows the program is in a job that is closed with the caller.
+    /// - On other systems it lives on.
+    ///
+    /// Without `wait` the program runs on by itself, with this one's console.
     ///
     /// On failure returns 5 and sets lastError to `bad QChar (..\ or ../)` when isSafePathText() refuses one
     /// of the texts, or to `Process PROGRAM ARGUMENTS error` when a program not waited for cannot be started.
     int runProgram(const QString &program, const QString &argumentText, const QString &extraText, bool wait);
 
-    /// Runs a command of the Windows shell, `cmd /c command`, and waits for it as runProgram() does. Where
-    /// `platformChar` is not 'W' it does nothing and returns 0.
+    /// Runs a command of the Windows shell, `cmd /c command`, and waits for it as runProgram() does. On
+    /// Windows the shell is the one in the system's directory. Where `platformChar` is not 'W' the call does
+    /// nothing and returns 0.
     ///
     /// On failure returns 5 and sets lastError to `bad QChar (..\ or ../)`.
     int runShellCommand(const QString &command, const QString &extraText);

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/boundedrun.h>
-#include <runtime/core/systemname.h>
 
 #include <QDeadlineTimer>
-#include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 
 using namespace appruntime_internal;
 
@@ -13,59 +10,74 @@ namespace
 {
 
 constexpr int lifetimeMilliseconds = 30'000;
+constexpr int dyingMilliseconds = 1'000;
+constexpr int turnMilliseconds = 1'000;
 constexpr qsizetype longestLine = 1'048'576;
 
-/// The file to start for a program's name; empty when there is none that the system may start.
-///
-/// Some versions of the toolkit keep a descriptor open after every start that fails: a program that asks for
-/// a missing one again and again would soon have none left.
-QString executableOf(const QString &program)
+class BoundedProcess : public QProcess
 {
-#ifdef Q_OS_UNIX
-    if (!program.contains(u'/'))
-        return QStandardPaths::findExecutable(program);
-    const QFileInfo file(program);
-    return file.isFile() && file.isExecutable() ? program : QString();
-#else
-    return program; // the system completes names by rules of its own
-#endif
-}
+public:
+    /// Ends the wait for a process that cannot be killed. The destructor of a process object that still runs
+    /// prints a warning and waits for 30 seconds more.
+    void leave()
+    {
+        setProcessState(NotRunning);
+    }
+
+    /// Whether the process ends, or was never started, before the deadline.
+    ///
+    /// Waits in short turns. When this program is stopped in the middle of a wait and goes on later, Linux
+    /// goes on with the time that was left, as if the clock had stood still. The deadline counts that time.
+    bool endsBefore(const QDeadlineTimer &deadline)
+    {
+        do {
+            if (waitForFinished(static_cast<int>(qMin<qint64>(deadline.remainingTime(), turnMilliseconds)))
+                || state() == NotRunning)
+                return true;
+        } while (!deadline.hasExpired());
+        return false;
+    }
+};
 
 } // namespace
 
-QByteArray appruntime_internal::firstOutputLineOf(const QString &program, const QStringList &arguments)
+void appruntime_internal::runBounded(
+    const QString &program, const QStringList &arguments, QByteArray *firstLine
+)
 {
-    QByteArray line;
-    const QString executable = isSystemName(program) ? executableOf(program) : QString();
-    if (executable.isEmpty())
-        return line;
-
-    QProcess process;
-    const QDeadlineTimer lifetime(lifetimeMilliseconds);
-    // Left in the process object, what a child prints grows by a gigabyte a second. waitForFinished() gives
-    // up only at a moment when there is nothing to read, which a child that prints without end need not
-    // leave, so the bound is kept here too.
-    const auto endWhenOver = [&] {
-        if (lifetime.hasExpired())
-            process.kill();
+    BoundedProcess process;
+    // Counts the time that this program is stopped, but not the time that the machine sleeps.
+    QDeadlineTimer lifetime(lifetimeMilliseconds);
+    bool killed = false;
+    const auto killWhenOver = [&] {
+        if (!lifetime.hasExpired())
+            return;
+        if (killed) {
+            process.leave();
+            return;
+        }
+        process.kill();
+        killed = true;
+        lifetime.setRemainingTime(dyingMilliseconds);
     };
+
+    // The output is read as it comes. Left in the process object, it grows by a gigabyte a second. The time
+    // is looked at here too: waitForFinished() checks its time-out only when no output is pending, and a
+    // flooding child may prevent that.
     QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&] {
         const QByteArray output = process.readAllStandardOutput();
-        if (line.size() < longestLine && !line.endsWith('\n')) {
+        if (firstLine && firstLine->size() < longestLine && !firstLine->endsWith('\n')) {
             const qsizetype lineFeed = output.indexOf('\n');
-            line += lineFeed < 0 ? output : output.first(lineFeed + 1);
+            *firstLine += lineFeed < 0 ? output : output.first(lineFeed + 1);
         }
-        endWhenOver();
+        killWhenOver();
     });
     QObject::connect(&process, &QProcess::readyReadStandardError, &process, [&] {
         process.readAllStandardError();
-        endWhenOver();
+        killWhenOver();
     });
 
-    process.start(executable, arguments, QIODevice::ReadWrite);
-    if (!process.waitForFinished(lifetimeMilliseconds)) {
-        process.kill(); // here, because a process object destroyed while it runs complains on standard error
-        process.waitForFinished();
-    }
-    return line;
+    startTied(process, program, arguments);
+    while (!process.endsBefore(lifetime))
+        killWhenOver();
 }

@@ -47,7 +47,7 @@ void AppRuntime::setupPlatform(const QString &name)
     startDirectory = currentPath();
 
     // The first character is never compared: it alone is the directory of a path without a separator, and of
-    // one whose only separator it is. checkMessage keeps the words of the last character that is none.
+    // one whose only separator it is. checkMessage keeps the message of the last character that is none.
     programDirectory = programPath.first(qMin(programPath.size(), 1));
     for (qsizetype i = programPath.size() - 1; i >= 1; --i) {
         if (checkIn(programPath.at(i), pathSeparator)) {
@@ -59,7 +59,9 @@ void AppRuntime::setupPlatform(const QString &name)
 
 QString AppRuntime::queryHostName() const
 {
-    const QString line = QString::fromLocal8Bit(firstOutputLineOf(u"hostname"_s, {}));
+    QByteArray output;
+    runBounded(systemCommand(u"hostname"_s), {}, &output);
+    const QString line = QString::fromLocal8Bit(output);
     const QStringView name = withoutTrailingBlanks(line);
     const qsizetype dot = name.indexOf(u'.');
     return name.first(dot < 0 ? name.size() : dot).toString();

@@ -31,11 +31,14 @@ int AppRuntime::runProgram(
     // family count on it.
     const QStringList argumentList = argumentLine.split(u' ', Qt::KeepEmptyParts, Qt::CaseSensitive);
 
+    // The system would take what stands before a NUL for the whole.
+    const bool startable = isSystemName(programLine) && !argumentLine.contains(u'\0');
     if (wait) {
-        firstOutputLineOf(programLine, argumentList);
+        if (startable)
+            runBounded(programLine, argumentList);
         return succeeded;
     }
-    if (!isSystemName(programLine) || !QProcess::startDetached(programLine, argumentList)) {
+    if (!startable || !QProcess::startDetached(programLine, argumentList)) {
         lastError = "Process "_L1 + programLine + u' ' + argumentLine + " error"_L1;
         return refused;
     }
@@ -46,7 +49,7 @@ int AppRuntime::runShellCommand(const QString &command, const QString &extraText
 {
     if (!isSameChar(platformChar, u'W'))
         return succeeded;
-    return runProgram(u"cmd"_s, "/c "_L1 + command, extraText, /*wait=*/true);
+    return runProgram(systemCommand(u"cmd"_s), "/c "_L1 + command, extraText, /*wait=*/true);
 }
 
 int AppRuntime::runShellCommand(const QString &command)

@@ -9,8 +9,11 @@
 #include <thread>
 
 #ifdef _WIN32
+#include <windows.h>
+
 #include <process.h>
 #else
+#include <ctime>
 #include <sys/types.h>
 #include <unistd.h>
 #endif
@@ -52,19 +55,57 @@ void flood(bool out, bool err, std::size_t bytes)
     }
 }
 
+#ifndef _WIN32
+
+/// Those with which a process is asked to end, from now on kept until somebody waits for them.
+sigset_t heldSignals()
+{
+    sigset_t held;
+    sigemptyset(&held);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT})
+        sigaddset(&held, signal);
+    sigprocmask(SIG_BLOCK, &held, nullptr);
+    return held;
+}
+
+/// Notes the numbers of that many signals, as they come, and of one more if it comes at once.
+void noteSignals(const sigset_t &held, int count)
+{
+    std::string numbers;
+    for (int i = 0; i <= count; ++i) {
+        const timespec longest{i < count ? 120 : 0, i < count ? 0 : 300'000'000};
+        const int signal = sigtimedwait(&held, nullptr, &longest);
+        if (signal < 0)
+            return;
+        numbers += std::to_string(signal) + " ";
+        note("signals " + numbers);
+    }
+}
+
+#endif
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     const std::string verb = argc > 1 ? argv[1] : "";
     const int number = argc > 2 ? std::atoi(argv[2]) : 0;
+#ifndef _WIN32
+    sigset_t held{};
+    if (verb.starts_with("signals"))
+        held = heldSignals();
+    if (verb == "signals-apart") // in a group of its own, as the job of a shell
+        setpgid(0, 0);
+    if (verb.starts_with("superuser") && setuid(0) != 0) // as a set-uid program
+        return 1;
+#endif
     note(std::to_string(getpid()));
 
     if (verb == "exit")
         return number;
     if (verb == "crash")
         std::abort();
-    if (verb == "sleep")
+    if (verb == "sleep" || verb == "superuser")
         sleepLong();
     if (verb == "nap") {
         std::this_thread::sleep_for(std::chrono::milliseconds(number));
@@ -74,7 +115,16 @@ int main(int argc, char **argv)
         flood(true, true, static_cast<std::size_t>(number));
     if (verb == "flood-error")
         flood(false, true, static_cast<std::size_t>(number));
-#ifndef _WIN32
+#ifdef _WIN32
+    if (verb == "leave") {
+        const std::intptr_t child = _spawnl(_P_NOWAIT, argv[0], argv[0], "sleep", nullptr);
+        note(std::to_string(GetProcessId(reinterpret_cast<HANDLE>(child))));
+    }
+#else
+    if (verb.starts_with("signals"))
+        noteSignals(held, number);
+    if (verb == "superuser-flood")
+        flood(true, true, 0);
     if (verb == "ignore") { // every signal that can be ignored
         for (int signal = 1; signal < 32; ++signal)
             std::signal(signal, SIG_IGN);

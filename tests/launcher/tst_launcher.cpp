@@ -170,7 +170,8 @@ void LauncherTest::target_data()
     QTest::newRow("crashes") << QStringList{behave, u"crash"_s};
     QTest::newRow("prints much") << QStringList{behave, u"flood"_s, u"3000000"_s};
     QTest::newRow("prints much on the error output") << QStringList{behave, u"flood-error"_s, u"3000000"_s};
-    QTest::newRow("is no program") << QStringList{QString::fromLocal8Bit(__FILE__)};
+    QTest::newRow("is no program"
+    ) << QStringList{QString::fromLocal8Bit(QT_TESTCASE_SOURCEDIR "/CMakeLists.txt")};
     QTest::newRow("is a directory") << QStringList{QDir::tempPath()};
     QTest::newRow("is missing") << QStringList{u"/nowhere/prog"_s, u"x"_s};
 }
