@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
+#include <support/longtry.h>
 #include <support/processes.h>
 #include <support/report.h>
 #include <support/smalldisk.h>
@@ -14,12 +15,14 @@
 #include <QTemporaryDir>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <functional>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -29,10 +32,8 @@ namespace
 
 constexpr uid_t nobody = 65534;
 
-bool lives(pid_t process)
-{
-    return kill(process, 0) == 0 || errno != ESRCH;
-}
+/// A launcher that ends within this time has not waited for the bound of its target.
+constexpr int beforeTheBound = 25'000;
 
 /// The resources are numbers here, and a type of their own there.
 template<typename Resource> void limit(Resource resource, rlim_t value)
@@ -63,8 +64,19 @@ private Q_SLOTS:
     void leavesTheRest();
     void gigabytes();
     void harmlessSignals();
-    void endingSignals_data();
-    void endingSignals();
+    void signalsPassedOn_data();
+    void signalsPassedOn();
+    void signalsTypedAtTheTerminal_data();
+    void signalsTypedAtTheTerminal();
+    void signalsBeforeTheTarget_data();
+    void signalsBeforeTheTarget();
+    void signalAtAnyTime();
+    void signalIgnored();
+    void signalToProcessOne_data();
+    void signalToProcessOne();
+    void killed_data();
+    void killed();
+    void fileSizeLimit();
     void programNames_data();
     void programNames();
     void wordsThatAreNoText();
@@ -76,6 +88,7 @@ private Q_SLOTS:
 private:
     void launch(const QStringList &words, const std::function<void()> &before = {});
     void verifyQuiet(const QStringList &words);
+    void verifyEndedBy(int signal, const QStringList &words);
     [[nodiscard]] QByteArray noted() const;
     [[nodiscard]] QString writeScript(const QByteArray &commands) const;
 
@@ -115,10 +128,22 @@ void LauncherFaultsTest::launch(const QStringList &words, const std::function<vo
 /// Waits for the end, and for nothing but the two lines.
 void LauncherFaultsTest::verifyQuiet(const QStringList &words)
 {
-    QVERIFY(m_process->waitForFinished(25'000)); // the bound of a target would be longer
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
     QCOMPARE(m_process->readAllStandardError(), QByteArray());
     QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_process->exitCode(), 0);
+    QCOMPARE(
+        m_process->readAllStandardOutput(), BuiltWith::banner() + words.join(u' ').toLocal8Bit() + " \n"
+    );
+}
+
+/// Waits for the end by a signal, before which the two lines were written.
+void LauncherFaultsTest::verifyEndedBy(int signal, const QStringList &words)
+{
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
+    QCOMPARE(m_process->readAllStandardError(), QByteArray());
+    QCOMPARE(m_process->exitStatus(), QProcess::CrashExit);
+    QCOMPARE(m_process->exitCode(), signal);
     QCOMPARE(
         m_process->readAllStandardOutput(), BuiltWith::banner() + words.join(u' ').toLocal8Bit() + " \n"
     );
@@ -204,7 +229,7 @@ void LauncherFaultsTest::littleMemory()
 
     const auto complete = [this](rlim_t bytes) {
         launch({m_arguments, u"x"_s}, [bytes] { limit(RLIMIT_AS, bytes); });
-        if (!m_process->waitForFinished(25'000))
+        if (!m_process->waitForFinished(beforeTheBound))
             return false;
         return m_process->exitCode() == 0 && m_process->readAllStandardOutput().count('\n') == 2;
     };
@@ -297,9 +322,10 @@ void LauncherFaultsTest::leavesTheRest()
     for (const QString &verb : {u"leave"_s, u"leave-flood"_s}) {
         launch({m_behave, verb});
         verifyQuiet({m_behave, verb});
-        const auto child = static_cast<pid_t>(noted().toLong());
-        QVERIFY(child > 0);
-        kill(child, SIGKILL);
+        const qint64 child = noted().toLong();
+        if (verb == u"leave"_s) // the other one finds that nobody reads its pipe
+            QVERIFY(isRunning(child));
+        killProcess(child);
     }
 }
 
@@ -322,7 +348,7 @@ void LauncherFaultsTest::harmlessSignals()
 {
     const QStringList words{m_behave, u"nap"_s, u"1500"_s};
     launch(words);
-    QTRY_VERIFY(noted().toLong() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
     const auto launcher = static_cast<pid_t>(m_process->processId());
     for (const int signal : {SIGCHLD, SIGCONT, SIGWINCH, SIGURG, SIGPIPE, SIGSTOP, SIGCONT}) {
         QCOMPARE(kill(launcher, signal), 0);
@@ -332,29 +358,228 @@ void LauncherFaultsTest::harmlessSignals()
     QCOMPARE(noted(), "rested"); // waited for to the end
 }
 
-void LauncherFaultsTest::endingSignals_data()
+void LauncherFaultsTest::signalsPassedOn_data()
+{
+    QTest::addColumn<QList<int>>("sent");
+    QTest::newRow("terminate") << QList<int>{SIGTERM};
+    QTest::newRow("interrupt") << QList<int>{SIGINT};
+    QTest::newRow("hang up") << QList<int>{SIGHUP};
+    QTest::newRow("quit") << QList<int>{SIGQUIT};
+    QTest::newRow("one twice") << QList<int>{SIGTERM, SIGTERM};
+    QTest::newRow("two: ends by the first") << QList<int>{SIGINT, SIGTERM};
+    QTest::newRow("all") << QList<int>{SIGQUIT, SIGHUP, SIGTERM, SIGINT};
+}
+
+void LauncherFaultsTest::signalsPassedOn()
+{
+    QFETCH(QList<int>, sent);
+
+    const QStringList words{m_behave, u"signals"_s, QString::number(sent.size())};
+    m_process->setWorkingDirectory(m_directory->path());
+    launch(words, [] { limit(RLIMIT_CORE, RLIM_INFINITY); });
+    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QByteArray received = "signals ";
+    for (const int signal : std::as_const(sent)) {
+        QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), signal), 0);
+        received += QByteArray::number(signal) + ' ';
+        QTRY_COMPARE_WITH_TIMEOUT(noted(), received, longTry);
+    }
+    verifyEndedBy(sent.first(), words);
+    QCOMPARE(noted(), received);                                                          // nothing twice
+    QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList{u"report"_s}); // no core file
+}
+
+void LauncherFaultsTest::signalsTypedAtTheTerminal_data()
+{
+    QTest::addColumn<QString>("verb");
+    QTest::newRow("target of our group") << u"signals"_s;
+    QTest::newRow("target of another group") << u"signals-apart"_s;
+}
+
+void LauncherFaultsTest::signalsTypedAtTheTerminal()
+{
+    QFETCH(QString, verb);
+
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
+        QSKIP("The system has no terminal for us");
+    const QByteArray name = ptsname(terminal);
+    const QStringList words{m_behave, verb, u"1"_s};
+    launch(words, [&name] {
+        // The first terminal that the leader of a session opens is the one it is controlled by.
+        setsid();
+        if (open(name.constData(), O_RDWR) < 0)
+            _exit(0);
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QCOMPARE(write(terminal, "\x03", 1), 1);
+    verifyEndedBy(SIGINT, words);
+    QCOMPARE(noted(), "signals " + QByteArray::number(SIGINT) + ' '); // once
+    close(terminal);
+}
+
+void LauncherFaultsTest::signalsBeforeTheTarget_data()
 {
     QTest::addColumn<int>("signal");
-    QTest::newRow("interrupt") << SIGINT;
     QTest::newRow("terminate") << SIGTERM;
+    QTest::newRow("interrupt") << SIGINT;
     QTest::newRow("hang up") << SIGHUP;
+    QTest::newRow("quit") << SIGQUIT;
     QTest::newRow("kill") << SIGKILL;
 }
 
-void LauncherFaultsTest::endingSignals()
+void LauncherFaultsTest::signalsBeforeTheTarget()
 {
     QFETCH(int, signal);
 
-    launch({m_behave, u"sleep"_s});
-    QTRY_VERIFY(noted().toLong() > 0);
-    const auto target = static_cast<pid_t>(noted().toLong());
+    const QString path = BuiltWith::fakes() + u':' + qEnvironmentVariable("PATH");
+    const QString report = m_directory->filePath(u"hostname"_s);
+    m_environment.insert(u"PATH"_s, path);
+    m_environment.insert(u"HELPER_HOSTNAME"_s, u"hang"_s);
+    m_environment.insert(u"HELPER_HOSTNAME_OUTPUT"_s, report);
+    launch({m_arguments, u"x"_s});
+    QTRY_VERIFY_WITH_TIMEOUT(notedProcess(report) > 0, longTry);
+    const qint64 hostname = notedProcess(report);
     QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), signal), 0);
-    QVERIFY(m_process->waitForFinished(5'000)); // at once, and as whoever sent it expects
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
     QCOMPARE(m_process->exitStatus(), QProcess::CrashExit);
     QCOMPARE(m_process->exitCode(), signal);
-    QVERIFY(m_process->readAllStandardOutput().endsWith("sleep \n"));
-    QVERIFY(lives(target)); // a terminal's signals reach it too, these were for the launcher alone
-    kill(target, SIGKILL);
+    QCOMPARE(m_process->readAllStandardOutput(), QByteArray());
+    QVERIFY(!readReport(m_report).started);
+#ifdef Q_OS_LINUX
+    QTRY_VERIFY_WITH_TIMEOUT(!isRunning(hostname), longTry);
+#else
+    killProcess(hostname);
+#endif
+}
+
+// Between two system calls of the launcher, too: a signal that were lost would leave the target to its 30
+// seconds.
+void LauncherFaultsTest::signalAtAnyTime()
+{
+    for (std::chrono::microseconds delay(0); delay.count() < 30'000;
+         delay += std::chrono::microseconds(500)) {
+        QFile::remove(m_report);
+        launch({m_behave, u"sleep"_s});
+        QVERIFY(m_process->waitForStarted());
+        std::this_thread::sleep_for(delay);
+        QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), SIGTERM), 0);
+        QVERIFY(m_process->waitForFinished(beforeTheBound));
+        QCOMPARE(m_process->exitStatus(), QProcess::CrashExit);
+        QCOMPARE(m_process->exitCode(), SIGTERM);
+        if (const qint64 target = notedProcess(m_report); target > 0)
+            QVERIFY(!isRunning(target));
+    }
+}
+
+void LauncherFaultsTest::signalIgnored()
+{
+    // As nohup starts it.
+    const QStringList words{m_behave, u"nap"_s, u"1000"_s};
+    launch(words, [] { std::signal(SIGHUP, SIG_IGN); });
+    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QCOMPARE(kill(static_cast<pid_t>(noted().toLong()), SIGHUP), 0);
+    QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), SIGHUP), 0);
+    verifyQuiet(words);
+    QCOMPARE(noted(), "rested");
+}
+
+void LauncherFaultsTest::signalToProcessOne_data()
+{
+    QTest::addColumn<bool>("beforeTheTarget");
+    QTest::newRow("while the target runs") << false;
+    QTest::newRow("before the target is started") << true;
+}
+
+void LauncherFaultsTest::signalToProcessOne()
+{
+    QFETCH(bool, beforeTheTarget);
+
+    const QStringList apart{u"--pid"_s, u"--fork"_s};
+    m_process->start(u"unshare"_s, apart + QStringList{u"true"_s});
+    if (!m_process->waitForFinished() || m_process->exitCode() != 0)
+        QSKIP("Only the superuser can have a process 1 of his own");
+    m_process->readAll();
+
+    // Whoever is number 1 gets the signal from a program that it has started.
+    const QString script = writeScript(
+        beforeTheTarget ? "kill -TERM 1\nsleep 60\n"
+                        : "trap 'echo passed on >\"$HELPER_OUTPUT\"; exit' TERM\n"
+                          "kill -TERM 1\nwhile :; do sleep 0.1; done\n"
+    );
+    if (beforeTheTarget) {
+        QVERIFY(QFile::rename(script, m_directory->filePath(u"hostname"_s)));
+        m_environment.insert(u"PATH"_s, m_directory->path() + u':' + qEnvironmentVariable("PATH"));
+    }
+    m_process->setProcessEnvironment(m_environment);
+    m_process->start(
+        u"unshare"_s, apart + QStringList{BuiltWith::launcher(), beforeTheTarget ? m_arguments : script}
+    );
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
+    QCOMPARE(m_process->readAllStandardError(), QByteArray());
+    QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_process->exitCode(), 128 + SIGTERM);
+    QCOMPARE(noted(), beforeTheTarget ? QByteArray() : "passed on\n");
+}
+
+void LauncherFaultsTest::killed_data()
+{
+    QTest::addColumn<bool>("byLauncher"); // or by another program
+    QTest::addColumn<int>("signal");
+    QTest::newRow("launcher killed") << true << SIGKILL;
+    QTest::newRow("launcher crashed") << true << SIGSEGV;
+    QTest::newRow("program killed") << false << SIGKILL;
+    QTest::newRow("program crashed") << false << SIGABRT;
+    QTest::newRow("program ended by a signal that it does not pass on") << false << SIGTERM;
+}
+
+void LauncherFaultsTest::killed()
+{
+#ifndef Q_OS_LINUX
+    QSKIP("The system does not end a program with the one that waits for it");
+#else
+    QFETCH(bool, byLauncher);
+    QFETCH(int, signal);
+
+    m_process->setProcessEnvironment(m_environment);
+    m_process->setChildProcessModifier([] { limit(RLIMIT_CORE, 0); });
+    if (byLauncher)
+        m_process->start(BuiltWith::launcher(), {m_behave, u"sleep"_s});
+    else
+        m_process->start(BuiltWith::helper(u"console"_s), {u"run"_s, m_behave, u"sleep"_s});
+    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    const qint64 target = noted().toLong();
+    QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), signal), 0);
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
+    QTRY_VERIFY_WITH_TIMEOUT(!isRunning(target), longTry);
+#endif
+}
+
+void LauncherFaultsTest::fileSizeLimit()
+{
+#ifndef Q_OS_LINUX
+    QSKIP("The system does not tell which signals a process ignores");
+#else
+    // The target lifts the limit for itself, and shows whether it ignores the signal.
+    const QString program
+        = writeScript("ulimit -S -f unlimited\ngrep '^SigIgn' /proc/self/status >\"$HELPER_OUTPUT\"\n");
+    const QString trace = m_directory->filePath(u"trace"_s);
+    m_process->setStandardOutputFile(trace);
+    launch({program}, [] {
+        rlimit size{};
+        getrlimit(RLIMIT_FSIZE, &size);
+        size.rlim_cur = 0;
+        setrlimit(RLIMIT_FSIZE, &size);
+    });
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
+    QCOMPARE(m_process->readAllStandardError(), QByteArray());
+    QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_process->exitCode(), 0);
+    QCOMPARE(QFileInfo(trace).size(), 0);
+    const QByteArray ignored = noted().simplified();
+    QVERIFY(ignored.startsWith("SigIgn: "));
+    QCOMPARE(ignored.sliced(8).toULongLong(nullptr, 16) >> (SIGXFSZ - 1) & 1, 0U);
+#endif
 }
 
 void LauncherFaultsTest::programNames_data()
