@@ -32,8 +32,8 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${debian_library}")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-# A trigger lets the loader know of the library. CPack would write scripts for that, if they were not named as our own;
-# it leaves out what does not exist.
+# A trigger tells the loader about the library. CPack would write two scripts for that, unless we name our own; it
+# leaves out files that do not exist.
 file(WRITE "${PROJECT_BINARY_DIR}/triggers" "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_BINARY_DIR}/triggers;no/postinst;no/postrm")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
