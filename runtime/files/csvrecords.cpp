@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
-#include <runtime/files/listfiller.h>
+#include <runtime/files/splitting.h>
 #include <runtime/strings/blanks.h>
 
+#include <optional>
 #include <utility>
 
 using namespace appruntime_internal;
@@ -12,17 +13,6 @@ namespace
 {
 
 constexpr QChar quote = u'"', comma = u',', tab = u'\t';
-
-void splitTabs(ListFiller &fields)
-{
-    const QStringView line = fields.text();
-    qsizetype start = 0;
-    for (qsizetype end = line.indexOf(tab); end >= 0; end = line.indexOf(tab, start)) {
-        fields.add(withoutTrailingBlanks(line.sliced(start, end - start)));
-        start = end + 1;
-    }
-    fields.add(withoutTrailingBlanks(line.sliced(start)));
-}
 
 /// One quote for every two, from left to right. QString::replace() would move the rest of the text once for
 /// every thousand pairs, which takes the square of the time in a long one.
@@ -39,40 +29,27 @@ void foldQuotePairs(QString &text)
     text.truncate(out - begin);
 }
 
-void addCommaField(ListFiller &fields, QStringView text, qsizetype quotes)
+/// The text without white space at both ends. Nearly all ends are ASCII, for which Qt need not be asked.
+QStringView trimmed(QStringView text)
 {
-    text = text.trimmed();
-    if (text.size() >= 2 && text.front() == quote && text.back() == quote) {
-        text = text.sliced(1, text.size() - 2);
-        quotes -= 2;
-    }
-    // The blanks before a closing quote go with the others: programs pad their fields to a width and count on
-    // getting them back without the padding.
-    QString &field = fields.add(withoutTrailingBlanks(text));
-    // Pairs are folded wherever they stand, also in a field that no quotes enclose.
-    if (quotes >= 2)
-        foldQuotePairs(field);
+    const auto isPrintable = [](QChar character) {
+        return character > u' ' && character < u'\x7f';
+    };
+    return text.isEmpty() || (isPrintable(text.front()) && isPrintable(text.back())) ? text : text.trimmed();
 }
 
-void splitCommas(ListFiller &fields)
+void addCommaField(ListFiller &filler, QStringView text, bool hasQuotePair)
 {
-    const QStringView line = fields.text();
-    // Every quote counts, one inside a field too, so that a quote that is never closed takes in the rest of
-    // the line. Commas outside are one less than the fields: a line that ends in one ends in an empty field.
-    bool inQuotes = false;
-    qsizetype quotes = 0;
-    const QChar *start = line.begin();
-    for (const QChar *next = line.begin(); next != line.end(); ++next) {
-        if (*next == quote) {
-            inQuotes = !inQuotes;
-            ++quotes;
-        } else if (*next == comma && !inQuotes) {
-            addCommaField(fields, QStringView(start, next), quotes);
-            start = next + 1;
-            quotes = 0;
-        }
-    }
-    addCommaField(fields, QStringView(start, line.end()), quotes);
+    text = trimmed(text);
+    if (text.size() >= 2 && text.front() == quote && text.back() == quote)
+        text = text.sliced(1, text.size() - 2);
+    // Blanks before a closing quote go too: programs pad their fields to a width and count on getting them
+    // back without the padding.
+    QString &field = filler.add(withoutTrailingBlanks(text));
+    // Pairs are folded wherever they stand, also in a field without enclosing quotes. The two quotes of an
+    // empty field are gone already.
+    if (hasQuotePair)
+        foldQuotePairs(field);
 }
 
 } // namespace
@@ -88,13 +65,14 @@ bool AppRuntime::isCsvKind(const QString &kind) const
 
 void AppRuntime::splitRecord(QStringList &fields, const QString &line, const QString &kind) const
 {
-    const bool csv = isCsvKind(kind); // before the first write: the kind may be an element, too
-    ListFiller filler(fields, line);
-    if (csv)
-        splitCommas(filler);
-    else
-        splitTabs(filler);
-    filler.finish();
+    const bool csv = isCsvKind(kind); // first, because the kind may be an element too
+    if (csv) {
+        splitInto(fields, line, comma, quote, addCommaField);
+    } else {
+        splitInto(fields, line, tab, std::nullopt, [](ListFiller &filler, QStringView part, bool) {
+            filler.add(withoutTrailingBlanks(part));
+        });
+    }
 }
 
 QString AppRuntime::csvField(CsvRecord &record, const QString &value, const QString &kind) const

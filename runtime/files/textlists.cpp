@@ -1,9 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/files/splitting.h>
 
-#include <runtime/files/listfiller.h>
+#include <optional>
 
 using namespace appruntime_internal;
+
+namespace
+{
+
+void addWhole(ListFiller &filler, QStringView part, bool /*hasQuotePair*/)
+{
+    filler.add(part);
+}
+
+} // namespace
 
 QStringList AppRuntime::splitByChar(const QString &text, QChar separator) const
 {
@@ -12,33 +23,12 @@ QStringList AppRuntime::splitByChar(const QString &text, QChar separator) const
 
 void AppRuntime::splitByCharInto(QStringList &list, const QString &text, QChar separator) const
 {
-    ListFiller filler(list, text);
-    const QStringView whole = filler.text();
-    qsizetype start = 0;
-    for (qsizetype end = whole.indexOf(separator); end >= 0; end = whole.indexOf(separator, start)) {
-        filler.add(whole.sliced(start, end - start));
-        start = end + 1;
-    }
-    filler.add(whole.sliced(start));
-    filler.finish();
+    splitInto(list, text, separator, std::nullopt, addWhole);
 }
 
 void AppRuntime::splitQuotedList(QStringList &list, const QString &text) const
 {
-    ListFiller filler(list, text);
-    const QStringView whole = filler.text();
-    bool inQuotes = false;
-    const QChar *start = whole.begin();
-    for (const QChar *next = start; next != whole.end(); ++next) {
-        if (*next == u'\'') {
-            inQuotes = !inQuotes;
-        } else if (*next == u',' && !inQuotes) {
-            filler.add(QStringView(start, next));
-            start = next + 1;
-        }
-    }
-    filler.add(QStringView(start, whole.end()));
-    filler.finish();
+    splitInto(list, text, u',', u'\'', addWhole);
 }
 
 QString AppRuntime::appendToList(QStringList &list, const QString &value) const

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void splitRecordOfEveryWhiteSpace();
     void splitRecordOfEveryShortLine();
     void splitRecordOfRandomLines();
+    void splitRecordOfEveryLength();
     void splitRecordTakesItsOwnElement();
     void splitRecordTakesItsOwnKind();
     void splitRecordLeavesOtherOwners();
@@ -458,6 +459,24 @@ void CsvRecordsTest::splitRecordOfRandomLines()
         const bool commas = random.bounded(4) != 0;
         m_runtime.splitRecord(fields, line, commas ? csv : tsv);
         QCOMPARE(fields, recordByRule(line, commas));
+    }
+}
+
+// What ends a field, and what does not, at every position of lines of every length up to 100.
+void CsvRecordsTest::splitRecordOfEveryLength()
+{
+    QStringList fields;
+    for (int length = 0; length <= 100; ++length) {
+        for (int position = 0; position <= length; ++position) {
+            for (const QString &part : {u","_s, u"\t"_s, u"\""_s, u"\"\""_s, u",\"a,b\"\"\","_s}) {
+                const QString line = QString(length, u'x').insert(position, part);
+                for (const bool commas : {true, false}) {
+                    m_runtime.splitRecord(fields, line, commas ? csv : tsv);
+                    if (fields != recordByRule(line, commas))
+                        QFAIL(qPrintable(u"\"%1\" gives \"%2\""_s.arg(line, fields.join(u'|'))));
+                }
+            }
+        }
     }
 }
 
