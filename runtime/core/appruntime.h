@@ -313,9 +313,9 @@ public:
     QString urlEncode(const QString &text, const QString &encodingName);
 
     /// The text with each per cent code replaced by the byte it stands for, the whole then read as UTF-8:
-    /// `%E3%81%82` gives `あ`. What is no UTF-8 becomes U+FFFD. A per cent sign with fewer than two
-    /// characters behind it stays, and so does `+`. Whether those two are hexadecimal digits is left to the
-    /// toolkit, whose versions differ.
+    /// `%E3%81%82` gives `あ`. What is no UTF-8 becomes U+FFFD. A per cent sign with fewer than two bytes
+    /// behind it stays, and so does `+`. Two that are not both hexadecimal digits become one byte as well, of
+    /// no meaning: `%zz` gives U+FFFD. A surrogate that is not one of a pair is a `?`.
     QString urlDecode(const QString &text, const QString &encodingName);
 
     /// @}

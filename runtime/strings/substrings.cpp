@@ -1,5 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/strings/utf8.h>
+
+using namespace appruntime_internal;
+
+QByteArray appruntime_internal::utf8Of(const QString &text)
+{
+    // Most texts hold no surrogate at all. To find that out without a branch in the loop takes a fraction of
+    // the time that the conversion takes.
+    bool surrogates = false;
+    for (const QChar unit : text)
+        surrogates |= unit.isSurrogate();
+    if (!surrogates)
+        return text.toUtf8();
+
+    QString valid = text;
+    QChar *const end = valid.data() + valid.size();
+    for (QChar *unit = valid.data(); unit != end; ++unit) {
+        if (unit->isHighSurrogate() && unit + 1 != end && unit[1].isLowSurrogate())
+            ++unit;
+        else if (unit->isSurrogate())
+            *unit = u'?';
+    }
+    return valid.toUtf8();
+}
 
 void AppRuntime::setText(QString &target, const char *text) const
 {
@@ -54,5 +78,5 @@ QString AppRuntime::fromUtf8(const QByteArray &bytes) const
 
 QByteArray AppRuntime::toUtf8(const QString &text) const
 {
-    return text.toUtf8();
+    return utf8Of(text);
 }
