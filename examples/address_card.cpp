@@ -60,9 +60,13 @@ void printCard(AppRuntime &runtime, const Town &town, const QStringList &custome
 
 int main(int argc, char **argv)
 {
-    int toolkitArgc = 1;
-    const QCoreApplication application(toolkitArgc, argv);
+    int qtArgc = 1; // Qt sees the program's name only, the runtime every argument
+    const QCoreApplication application(qtArgc, argv);
     AppRuntime runtime(u"CARDS"_s, argc, argv);
+    if (runtime.count(*runtime.arguments) != 2) {
+        runtime.writeTrace(u"address_card TABLE CUSTOMERS"_s);
+        return 2;
+    }
 
     QHash<QString, Town> towns;
     TextReadChannel customers(&runtime);

@@ -41,8 +41,8 @@ qint64 convert(AppRuntime &runtime, TextReadChannel &in, TextWriteChannel &out)
 
 int main(int argc, char **argv)
 {
-    int toolkitArgc = 1;
-    const QCoreApplication application(toolkitArgc, argv);
+    int qtArgc = 1; // Qt sees the program's name only, the runtime every argument
+    const QCoreApplication application(qtArgc, argv);
     AppRuntime runtime(u"CSVTSV"_s, argc, argv);
     const QStringList &words = *runtime.arguments;
     if (runtime.count(words) != 2 || words[0] == words[1]) {

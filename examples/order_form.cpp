@@ -115,9 +115,13 @@ QString modeLabel(const AppRuntime &runtime, const FormField &field)
 
 int main(int argc, char **argv)
 {
-    int toolkitArgc = 1;
-    const QCoreApplication application(toolkitArgc, argv);
+    int qtArgc = 1; // Qt sees the program's name only, the runtime every argument
+    const QCoreApplication application(qtArgc, argv);
     AppRuntime runtime(u"ORDERS"_s, argc, argv);
+    if (runtime.count(*runtime.arguments) != 1) {
+        runtime.writeTrace(u"order_form ORDER"_s);
+        return 2;
+    }
     loadMessages(runtime);
 
     TextReadChannel order(&runtime);

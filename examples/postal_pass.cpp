@@ -15,7 +15,6 @@
 #include <cstdio>
 #include <ctime>
 #include <utility>
-#include <vector>
 
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
@@ -114,9 +113,8 @@ bool compareTables(AppRuntime &runtime, const QString &table, const QString &out
 
 int main(int argc, char **argv)
 {
-    int toolkitArgc = argc;
-    std::vector<char *> toolkitArgv(argv, argv + argc + 1);
-    const QCoreApplication application(toolkitArgc, toolkitArgv.data());
+    int qtArgc = 1; // Qt sees the program's name only, the runtime every argument
+    const QCoreApplication application(qtArgc, argv);
     AppRuntime runtime(u"POSTAL"_s, argc, argv);
     if (runtime.count(*runtime.arguments) != 2) {
         std::fputs("postal_pass TABLE OUTPUT\n", stderr);

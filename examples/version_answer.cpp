@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 int main(int argc, char **argv)
 {
-    int toolkitArgc = 1;
-    const QCoreApplication application(toolkitArgc, argv);
+    int qtArgc = 1; // Qt sees the program's name only, the runtime every argument
+    const QCoreApplication application(qtArgc, argv);
     AppRuntime runtime(u"ORDERS"_s, argc, argv);
     const QString home = runtime.environmentValue(u"FAMILY_HOME"_s);
     if (!home.isEmpty())
