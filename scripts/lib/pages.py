@@ -35,7 +35,7 @@ HEADERS = [
 GUIDE = "getting-started recipes errors files-and-records text-widths checking-input running-programs settings windows compatibility"
 
 # What Doxygen changes in a span of code goes through it as private characters.
-HIDDEN = {ord(" "): "\ue020", ord("%"): "\ue025", ord("'"): "\ue027"}
+HIDDEN = {ord(" "): "\ue020", ord("%"): "\ue025", ord("'"): "\ue027", ord("\\"): "\ue05c"}
 SHOWN = {ord(hidden): chr(character) for character, hidden in HIDDEN.items()}
 
 
@@ -360,26 +360,28 @@ def prepare():
 
 
 class Codes(html.parser.HTMLParser):
-    """The text of every span of code in a page, and its language."""
+    """The text of every span of code in a page, and the page's language."""
 
     def __init__(self, text):
         super().__init__()
-        self.spans, self.open, self.language = [], False, ""
+        self.spans, self.open, self.language = [], [], ""
         self.feed(text)
 
     def handle_starttag(self, tag, attributes):
-        if tag == "code":
-            self.open = True
-            self.spans.append("")
+        if tag in ("code", "span"):
+            # Doxygen 1.17 writes <span class="tt">, older ones <code>.
+            self.open.append(tag == "code" or ("class", "tt") in attributes)
+            if self.open[-1]:
+                self.spans.append("")
         elif tag == "html":
             self.language = dict(attributes).get("lang", "")
 
     def handle_endtag(self, tag):
-        if tag == "code":
-            self.open = False
+        if tag in ("code", "span"):
+            self.open.pop()
 
     def handle_data(self, data):
-        if self.open:
+        if any(self.open):
             self.spans[-1] += data
 
 
