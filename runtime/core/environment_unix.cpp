@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <runtime/core/systemname.h>
+#include <runtime/strings/utf8.h>
 
 using namespace appruntime_internal;
 
@@ -8,5 +9,5 @@ QString AppRuntime::environmentValue(const QString &variable) const
 {
     if (!isSystemName(variable))
         return {};
-    return QString::fromUtf8(qgetenv(variable.toUtf8().constData()));
+    return QString::fromUtf8(qgetenv(utf8Of(variable).constData()));
 }

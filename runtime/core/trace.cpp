@@ -47,5 +47,7 @@ QString AppRuntime::readConsoleLine() const
 QString AppRuntime::formatTimestamp(const QDateTime &moment, int withSeparators) const
 {
     const QStringView pattern = withSeparators != 0 ? u"yyyy-MM-dd HH:mm:ss.zzz" : u"yyyyMMddHHmmsszzz";
-    return moment.toString(pattern, QCalendar(QCalendar::System::Gregorian));
+    QString stamp = moment.toString(pattern, QCalendar(QCalendar::System::Gregorian));
+    // Newer versions of Qt put a sign before a year of five digits.
+    return stamp.startsWith(u'+') ? stamp.sliced(1) : stamp;
 }

@@ -53,6 +53,9 @@ qsizetype appruntime_internal::indexOfFirst(QStringView text, QStringView charac
 
 int AppRuntime::indexOf(const QString &text, const QString &sub, int from) const
 {
+    // Qt 6.4 would look before the beginning of the text.
+    if (from + text.size() < 0)
+        return -1;
     return static_cast<int>(text.indexOf(sub, from));
 }
 

@@ -310,6 +310,12 @@ void TraceTest::formatTimestamp_data()
                                      << u"20240102030405006"_s;
     QTest::newRow("year of three digits")
         << QDateTime(QDate(987, 6, 5), QTime(0, 0)) << 0 << u"09870605000000000"_s;
+    QTest::newRow("year of five digits")
+        << QDateTime(QDate(12345, 6, 7), QTime(0, 0)) << 0 << u"123450607000000000"_s;
+    QTest::newRow("year of five digits with separators")
+        << QDateTime(QDate(12345, 6, 7), QTime(0, 0)) << 1 << u"12345-06-07 00:00:00.000"_s;
+    QTest::newRow("year before the first")
+        << QDateTime(QDate(-1, 6, 7), QTime(0, 0)) << 1 << u"-0001-06-07 00:00:00.000"_s;
     QTest::newRow("invalid") << QDateTime() << 0 << u""_s;
     QTest::newRow("invalid with separators") << QDateTime() << 1 << u""_s;
 }

@@ -137,7 +137,7 @@ void SearchingTest::negativePositionsAreTheToolkits()
 {
     const QString text = u"abcab"_s, sub = u"ab"_s;
     for (const int from : {-1, -2, -3, -4, -5, -6, -7, -100, -most, least}) {
-        QCOMPARE(m_runtime.indexOf(text, sub, from), text.indexOf(sub, from));
+        QCOMPARE(m_runtime.indexOf(text, sub, from), from < -5 ? -1 : text.indexOf(sub, from));
         QCOMPARE(m_runtime.indexOf(text, sub[1], from), text.indexOf(sub[1], from));
         QCOMPARE(m_runtime.lastIndexOf(text, sub, from), text.lastIndexOf(sub, from));
         QCOMPARE(m_runtime.lastIndexOf(text, sub[1], from), text.lastIndexOf(sub[1], from));
@@ -145,6 +145,11 @@ void SearchingTest::negativePositionsAreTheToolkits()
         QCOMPARE(m_runtime.indexOf(QString(), sub[1], from), -1);
         QCOMPARE(m_runtime.lastIndexOf(QString(), sub, from), -1);
         QCOMPARE(m_runtime.lastIndexOf(QString(), sub[1], from), -1);
+    }
+    // Qt 6.4 looks before the beginning of the text for some of these.
+    for (const QString &wanted : {u"a"_s, u"ab"_s, u"abcab"_s, u""_s}) {
+        for (const int from : {-6, -7, -100, least})
+            QCOMPARE(m_runtime.indexOf(text, wanted, from), -1);
     }
     QCOMPARE(m_runtime.lastIndexOf(text, u'b', -1), 4);
     QCOMPARE(m_runtime.lastIndexOf(text, u'b', -2), 1);
