@@ -69,9 +69,8 @@ class QDateTime;
 /// \code
 /// int main(int argc, char **argv)
 /// {
-///     int toolkitArgc = argc;                                 // a copy: the toolkit takes its options out
-///     std::vector<char *> toolkitArgv(argv, argv + argc + 1); // of what it is given
-///     QCoreApplication application(toolkitArgc, toolkitArgv.data());
+///     int qtArgc = 1; // Qt sees the program's name alone, the runtime every argument
+///     QCoreApplication application(qtArgc, argv);
 ///     AppRuntime runtime(u"ORDERS"_s, argc, argv);
 ///
 ///     if (!runtime.makeDirectory(u"work"_s))
@@ -152,6 +151,8 @@ public:
 
     /// The moment as `2024-01-02 03:04:05.006`, or, when `withSeparators` is 0, as the 17 digits of a
     /// sortable stamp: `20240102030405006`. Gregorian calendar; the empty text for an invalid moment.
+    ///
+    /// A program that calls this includes `<QDateTime>`.
     [[nodiscard]] QString formatTimestamp(const QDateTime &moment, int withSeparators) const;
 
     /// @}
@@ -274,7 +275,7 @@ public:
     /// The current directory of the process, with `/` between its parts; empty when it has been removed.
     [[nodiscard]] QString currentPath() const;
 
-    /// The current date and time, local.
+    /// The current date and time, local. A program that calls this includes `<QDateTime>`.
     [[nodiscard]] QDateTime currentDateTime() const;
 
     /// Changes the current directory of the process. Returns 0, or 5 when that failed; leaves lastError

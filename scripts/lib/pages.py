@@ -16,6 +16,7 @@ import json
 import pathlib
 import re
 import sys
+import urllib.parse
 import xml.etree.ElementTree as ET
 
 import markdown
@@ -163,7 +164,7 @@ class Failures:
 def link_target(target, page, pages, failures):
     if re.match(r"[a-z]+:", target):
         return target
-    path, _, fragment = target.partition("#")
+    path, _, fragment = urllib.parse.unquote(target).partition("#")
     source = (root / page.source).parent / path if path else root / page.source
     source = source.resolve()
     name = source.relative_to(root).as_posix() if source.is_relative_to(root) else path
