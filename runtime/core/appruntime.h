@@ -25,10 +25,10 @@ class QDateTime;
 //
 //   Core
 //    1. Construction, lists and characters       (core/appruntime.cpp)
-//    2. Trace and console                        (core/trace.cpp)
+//    2. Trace and console                        (core/trace.cpp, console_*.cpp)
 //    3. Platform and environment                 (core/platform.cpp, core/environment_*.cpp)
 //    4. Running programs                         (core/process.cpp)
-//    5. File system                              (core/filesystem.cpp, core/drives_*.cpp)
+//    5. File system                              (core/filesystem.cpp, drives_*.cpp, movefile_*.cpp)
 //   Files and records
 //    6. Encoding names                           (files/encodingnames.cpp)
 //    7. URL coding                               (files/urlcoding.cpp)
@@ -82,10 +82,11 @@ class QDateTime;
 ///
 /// **Results and errors.** Nothing is thrown and nothing is printed. A member that can fail returns a `bool`
 /// (false: failed) or an `int` (0: success, 5: refused or failed), and on failure replaces `lastError` with a
-/// message. Success never clears it, so look at the result first. Value checks leave their words in
+/// message. Success never clears it, so look at the result first. Value checks leave their message in
 /// `checkMessage` instead, so that a failed check does not hide the last error.
 ///
-/// **Texts.** Lengths and positions count UTF-16 code units from 0.
+/// **Texts.** Lengths and positions count UTF-16 code units from 0. A text handed to a member may be one of
+/// the runtime's own fields, also one that the member writes.
 class APPRUNTIME_EXPORT AppRuntime
 {
 public:
@@ -131,22 +132,27 @@ public:
     /// @}
     // ---------------------------------------------------------------------------------------------------
     /// \name Trace and console
-    /// core/trace.cpp. The trace is the standard output: a line per call, written at once. No field is
-    /// touched, and nothing is reported when the output is closed, full or no longer read.
+    /// core/trace.cpp and core/console_win.cpp or core/console_unix.cpp. The trace is the standard output: a
+    /// line per call, written at once, behind all that the program has printed through `stdout` before. A
+    /// line waits for as long as a pipe or terminal has no room for it, also in non-blocking mode. No field
+    /// is touched, and nothing is reported when the output is closed, full or no longer read.
     /// @{
 
     /// Writes one line: the text in the local 8-bit encoding, then, only where that differs from UTF-8, its
-    /// UTF-8 form in round brackets, then a line feed.
+    /// UTF-8 form in round brackets, then a line feed. On a Unix-like system the local encoding is UTF-8.
+    /// Line breaks and escape sequences in the text are written as they are.
     void writeTrace(const QString &text) const;
 
     /// Writes `AA/text` for level 1, `/text` for every other level below 3, and nothing from level 3 on.
     void writeTraceTagged(int level, const QString &text) const;
 
-    /// The next line of the standard input without its line end (LF or CR LF), decoded from UTF-8; the empty
-    /// text at the end of the input.
+    /// The next line of the standard input without its line end (LF or CR LF); the empty text at the end of
+    /// the input.
     ///
-    /// Takes no byte past the line, from a terminal, a file or a pipe alike: the next call, or a program
-    /// started in between, goes on with the next line. A line may have any length.
+    /// It is decoded from UTF-8, whatever it looks like: a byte that is no UTF-8 reads as U+FFFD. A byte
+    /// order mark of UTF-8 at its start is left out. The call takes no byte past the line, from a terminal, a
+    /// file or a pipe alike: the next call, or a program started in between, goes on with the next line. It
+    /// waits for the line end, also from an input in non-blocking mode. A line may have any length.
     [[nodiscard]] QString readConsoleLine() const;
 
     /// The moment as `2024-01-02 03:04:05.006`, or, when `withSeparators` is 0, as the 17 digits of a
@@ -244,8 +250,8 @@ public:
     /// @}
     // ---------------------------------------------------------------------------------------------------
     /// \name File system
-    /// core/filesystem.cpp and core/drives_win.cpp or core/drives_unix.cpp. A relative name starts at the
-    /// current directory, but for renameFile().
+    /// core/filesystem.cpp; core/drives_win.cpp and core/movefile_win.cpp, or core/drives_unix.cpp and
+    /// core/movefile_unix.cpp. A relative name starts at the current directory, except in renameFile().
     /// @{
 
     /// Makes one directory; what it stands in must exist. True also when the path exists already, be it a
@@ -254,8 +260,15 @@ public:
     /// On failure returns false and sets lastError to `make dir error(PATH)`.
     bool makeDirectory(const QString &path);
 
-    /// Renames a file or directory; an existing `newName` is never overwritten. Relative names start at the
-    /// root of the current drive (at the directory that `pathSeparator` names), not at the current directory.
+    /// Renames a file or directory. Relative names start at the root of the current drive (at the directory
+    /// that `pathSeparator` names), not at the current directory.
+    ///
+    /// An existing `newName` is never overwritten, be it a link to nothing or another link to the same file.
+    /// On one file system the change is one step of the system; a link is renamed itself. To another file
+    /// system only an ordinary file can go, no directory, link, pipe or device. It is copied, with its mode
+    /// and times, and its owner where the system allows that; holes in it become zeros. The source is removed
+    /// only when the copy is whole and on the disk. A source that changes meanwhile, or cannot be removed,
+    /// stays, and the copy goes: after a failure the source is whole, and nothing new is at `newName`.
     ///
     /// On failure returns false and sets lastError to `rename file error(OLDNAME)`.
     bool renameFile(const QString &oldName, const QString &newName);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/movefile.h>
 #include <runtime/core/systemname.h>
 
 #include <QDateTime>
@@ -21,8 +22,9 @@ bool AppRuntime::makeDirectory(const QString &path)
 bool AppRuntime::renameFile(const QString &oldName, const QString &newName)
 {
     // From the root, not from the current directory: programs pass names without their drive.
-    QDir root(pathSeparator);
-    if (isSystemName(oldName) && isSystemName(newName) && root.rename(oldName, newName))
+    const QDir root(pathSeparator);
+    if (isSystemName(oldName) && isSystemName(newName)
+        && moveFile(root.filePath(oldName), root.filePath(newName)))
         return true;
     lastError = "rename file error("_L1 + oldName + u')';
     return false;

@@ -1,28 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/console.h>
 #include <runtime/core/traceline.h>
 
 #include <QCalendar>
 #include <QDateTime>
-#include <QFile>
 #include <QStringConverter>
-#include <QTextStream>
-
-#include <cstdio>
 
 using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 void AppRuntime::writeTrace(const QString &text) const
 {
-    // Through the C stream, so that what the program prints by other means keeps its place; as bytes, because
-    // a text stream would encode them a second time.
     // By an encoder, as the local form is made: toUtf8() would write another substitute for a lone surrogate,
     // and a line in UTF-8 twice where UTF-8 is the local encoding.
     QStringEncoder utf8(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
-    const QByteArray line = traceLine(text.toLocal8Bit(), utf8(text));
-    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
-    std::fflush(stdout);
+    writeConsole(traceLine(text.toLocal8Bit(), utf8(text)));
 }
 
 void AppRuntime::writeTraceTagged(int level, const QString &text) const
@@ -34,14 +27,15 @@ void AppRuntime::writeTraceTagged(int level, const QString &text) const
 
 QString AppRuntime::readConsoleLine() const
 {
-    // Unbuffered, a line is read byte by byte. Any read-ahead would be lost with this call's file object: a
-    // pipe cannot take bytes back, and the line after this one may be meant for a program started next.
-    QFile input;
-    // GCOVR_EXCL_START: no toolkit so far refuses a number, not even that of a closed stream
-    if (!input.open(0, QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return {};
-    // GCOVR_EXCL_STOP
-    return QTextStream(input.readLine()).readLine();
+    // Byte by byte. What was read beyond the line would be lost: a pipe cannot take bytes back, and the line
+    // after this one may be meant for a program started next.
+    QByteArray line;
+    char byte = 0;
+    while (readConsole(byte) && byte != '\n')
+        line += byte;
+    if (line.endsWith('\r'))
+        line.chop(1);
+    return QString::fromUtf8(line);
 }
 
 QString AppRuntime::formatTimestamp(const QDateTime &moment, int withSeparators) const

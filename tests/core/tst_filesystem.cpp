@@ -1,14 +1,31 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
+#include <support/processes.h>
+#include <support/refusedcall.h>
+#include <support/smalldisk.h>
 
 #include <QTest>
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+#ifdef Q_OS_LINUX
+#include <sys/syscall.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +44,7 @@ QByteArray fileBytes(const QString &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
 
-/// What is there under the name; asks only for names the toolkit takes without a message.
+/// What is there under the name; asks only for names Qt takes without a message.
 QFileInfo entry(const QString &name)
 {
     return name.contains(QChar(u'\0')) ? QFileInfo() : QFileInfo(name);
@@ -49,6 +66,20 @@ private Q_SLOTS:
     void renameFile_data();
     void renameFile();
     void renameFileFromTheRoot();
+    void renameLinksAndPipes();
+    void renameInCaseAlone();
+    void renameAcross_data();
+    void renameAcross();
+    void renameAcrossKeepsModeAndTime();
+    void renameAcrossNeedsAFile();
+    void renameAcrossOntoALink();
+    void renameAcrossToFullDisk();
+    void renameAcrossToFileTooLarge();
+    void renameAcrossOfUnknownSize();
+    void renameAcrossUnreadable();
+    void renameAcrossUnremovable();
+    void renameWithRefusedCall_data();
+    void renameWithRefusedCall();
     void successKeepsTheError();
     void logicalDrives();
     void lineEnd();
@@ -75,7 +106,7 @@ void FileSystemTest::init()
     QVERIFY(makeFile(u"file"_s));
     QVERIFY(QDir().mkdir(u"dir"_s));
     QVERIFY(makeFile(u"dir/inner"_s, "inner"));
-    // What the toolkit complains of ends up on a program's standard error.
+    // What Qt complains of ends up on a program's standard error.
     QTest::failOnWarning(QRegularExpression(u".*"_s));
 }
 
@@ -148,7 +179,7 @@ void FileSystemTest::deleteFile()
 
 void FileSystemTest::renameFile_data()
 {
-    QTest::addColumn<QString>("from"); // below the test's directory, but for an empty name
+    QTest::addColumn<QString>("from"); // below the test's directory, except an empty name
     QTest::addColumn<QString>("to");
     QTest::addColumn<bool>("renamed");
 
@@ -160,6 +191,11 @@ void FileSystemTest::renameFile_data()
     QTest::newRow("onto an existing file") << u"file"_s << u"dir/inner"_s << false;
     QTest::newRow("onto an existing directory") << u"file"_s << u"dir"_s << false;
     QTest::newRow("into a missing directory") << u"file"_s << u"missing/new"_s << false;
+    QTest::newRow("onto itself") << u"file"_s << u"file"_s << false;
+    QTest::newRow("directory onto itself") << u"dir"_s << u"dir"_s << false;
+    QTest::newRow("directory onto an existing file") << u"dir"_s << u"file"_s << false;
+    QTest::newRow("directory into itself") << u"dir"_s << u"dir/new"_s << false;
+    QTest::newRow("below a file") << u"dir"_s << u"file/new"_s << false;
     QTest::newRow("from no name") << u""_s << u"new"_s << false;
     QTest::newRow("to no name") << u"file"_s << u""_s << false;
     QTest::newRow("from a name with a NUL") << QString(u"file\0x"_s) << u"new"_s << false;
@@ -206,6 +242,361 @@ void FileSystemTest::renameFileFromTheRoot()
     m_runtime->pathSeparator = u"dir"_s;
     QVERIFY(m_runtime->renameFile(u"inner"_s, u"outer"_s));
     QCOMPARE(fileBytes(u"dir/outer"_s), QByteArray("inner"));
+}
+
+/// The names of one file or pipe, or of none.
+void FileSystemTest::renameLinksAndPipes()
+{
+#ifdef Q_OS_UNIX
+    const auto renamed = [this](const QString &from, const QString &to) {
+        return m_runtime->renameFile(m_directory->filePath(from), m_directory->filePath(to));
+    };
+    // Two links to one file: rename() of the system would do nothing and call it done.
+    QCOMPARE(link("file", "second"), 0);
+    QVERIFY(!renamed(u"file"_s, u"second"_s));
+    QCOMPARE(m_runtime->lastError, u"rename file error("_s + m_directory->filePath(u"file"_s) + u')');
+    QVERIFY(QFileInfo::exists(u"file"_s) && QFileInfo::exists(u"second"_s));
+    QCOMPARE(link("file", "FILE"), 0);
+    QVERIFY(!renamed(u"file"_s, u"FILE"_s));
+    QVERIFY(QFileInfo::exists(u"file"_s));
+
+    // A link to nothing is there, and is a name like any other.
+    QCOMPARE(symlink("nothing", "dangling"), 0);
+    QVERIFY(!renamed(u"file"_s, u"dangling"_s));
+    QVERIFY(QFileInfo(u"dangling"_s).isSymLink() && !QFileInfo::exists(u"nothing"_s));
+    QVERIFY(renamed(u"dangling"_s, u"link"_s));
+    QVERIFY(QFileInfo(u"link"_s).isSymLink());
+
+    QCOMPARE(mkfifo("pipe", 0600), 0);
+    QVERIFY(renamed(u"pipe"_s, u"tube"_s));
+    QVERIFY(QFileInfo::exists(u"tube"_s) && !QFileInfo::exists(u"pipe"_s));
+#else
+    QSKIP("Links and pipes of this kind are of other systems");
+#endif
+}
+
+void FileSystemTest::renameInCaseAlone()
+{
+    const QString from = m_directory->filePath(u"file"_s), to = m_directory->filePath(u"FILE"_s);
+    QVERIFY(m_runtime->renameFile(from, to));
+    QCOMPARE(QDir().entryList(QDir::Files), QStringList{u"FILE"_s});
+}
+
+void FileSystemTest::renameAcross_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("a byte") << QByteArray("x");
+    QTest::newRow("one short of a block") << QByteArray(65535, 'x');
+    QTest::newRow("a block") << QByteArray(65536, 'x');
+    QTest::newRow("one more") << QByteArray(65537, 'x');
+    QTest::newRow("many") << QByteArray("0123456789\0"_ba.repeated(100'000));
+}
+
+void FileSystemTest::renameAcross()
+{
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    QFETCH(QByteArray, bytes);
+
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"漢字"_s);
+    QVERIFY(makeFile(from, bytes));
+    const int descriptors = openDescriptors();
+    QVERIFY(m_runtime->renameFile(from, to));
+    QCOMPARE(m_runtime->lastError, u"old"_s);
+    QVERIFY(!QFileInfo::exists(from));
+    QCOMPARE(fileBytes(to), bytes);
+    QCOMPARE(openDescriptors(), descriptors);
+
+    // Back, onto a file that is there: both stay.
+    QVERIFY(makeFile(from, "there"));
+    QVERIFY(!m_runtime->renameFile(to, from));
+    QCOMPARE(m_runtime->lastError, u"rename file error("_s + to + u')');
+    QCOMPARE(fileBytes(from), QByteArray("there"));
+    QCOMPARE(fileBytes(to), bytes);
+    QCOMPARE(openDescriptors(), descriptors);
+}
+
+void FileSystemTest::renameAcrossKeepsModeAndTime()
+{
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(1'000'000'000'000);
+    {
+        QFile file(from);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+    }
+    const QFile::Permissions mode = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup;
+    QVERIFY(QFile::setPermissions(from, mode));
+    const QFile::Permissions before = QFile::permissions(from);
+#ifdef Q_OS_WIN
+    // A file for reading only is not removed: the name stays, and the copy is none.
+    QVERIFY(!m_runtime->renameFile(from, to));
+    QVERIFY(!QFileInfo::exists(to));
+    QVERIFY(QFile::setPermissions(from, mode | QFile::WriteOwner));
+    QVERIFY(m_runtime->renameFile(from, to));
+#else
+    QVERIFY(m_runtime->renameFile(from, to));
+    QCOMPARE(QFile::permissions(to), before);
+#endif
+    QCOMPARE(QFileInfo(to).lastModified(), time);
+}
+
+/// Directories, links and pipes stay where they are.
+void FileSystemTest::renameAcrossNeedsAFile()
+{
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    QStringList names{u"dir"_s, u"missing"_s};
+#ifdef Q_OS_UNIX
+    QCOMPARE(symlink("file", "link"), 0);
+    QCOMPARE(symlink("nothing", "dangling"), 0);
+    QCOMPARE(mkfifo("pipe", 0600), 0); // with nobody at its other end
+    names += {u"link"_s, u"dangling"_s, u"pipe"_s};
+#endif
+    for (const QString &name : std::as_const(names)) {
+        const QString from = m_directory->filePath(name), to = elsewhere->filePath(u"new"_s);
+        m_runtime->lastError = u"old"_s;
+        QVERIFY(!m_runtime->renameFile(from, to));
+        QCOMPARE(m_runtime->lastError, u"rename file error("_s + from + u')');
+        QVERIFY(name == u"missing" || QFileInfo(from).isSymLink() || QFileInfo::exists(from));
+        QVERIFY(!QFileInfo::exists(to));
+    }
+    QVERIFY(!m_runtime->renameFile(m_directory->filePath(u"file"_s), elsewhere->filePath(u"missing/new"_s)));
+    QCOMPARE(fileBytes(u"file"_s), QByteArray("x"));
+    QCOMPARE(fileBytes(u"dir/inner"_s), QByteArray("inner"));
+}
+
+void FileSystemTest::renameAcrossOntoALink()
+{
+#ifdef Q_OS_UNIX
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    const QString end = elsewhere->filePath(u"end"_s);
+    QCOMPARE(symlink(QFile::encodeName(end).constData(), QFile::encodeName(to).constData()), 0);
+    QVERIFY(!m_runtime->renameFile(from, to));
+    QVERIFY(!QFileInfo::exists(end));
+    QVERIFY(QFileInfo(to).isSymLink());
+    QCOMPARE(fileBytes(from), QByteArray("x"));
+#else
+    QSKIP("Links of this kind are of other systems");
+#endif
+}
+
+void FileSystemTest::renameAcrossToFullDisk()
+{
+    const SmallDisk disk;
+    if (!disk.isMounted())
+        QSKIP("Only the superuser can mount a file system to fill up");
+    const QByteArray bytes(SmallDisk::size + 1, 'x');
+    QVERIFY(makeFile(u"file"_s, bytes));
+    const QString from = m_directory->filePath(u"file"_s), to = disk.filePath(u"new"_s);
+    QVERIFY(!m_runtime->renameFile(from, to));
+    QCOMPARE(m_runtime->lastError, u"rename file error("_s + from + u')');
+    QCOMPARE(fileBytes(from), bytes);
+    QVERIFY(!QFileInfo::exists(to));
+
+    // With room nothing is in the way of the next try.
+    QVERIFY(makeFile(u"file"_s, "y"));
+    QVERIFY(m_runtime->renameFile(from, to));
+    QCOMPARE(fileBytes(to), QByteArray("y"));
+}
+
+/// The same end without rights: the system refuses the second half of the copy.
+void FileSystemTest::renameAcrossToFileTooLarge()
+{
+#ifdef Q_OS_UNIX
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QByteArray bytes(100'000, 'x');
+    QVERIFY(makeFile(u"file"_s, bytes));
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+
+    rlimit limit{}, less{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    less = limit;
+    less.rlim_cur = 70'000;
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &less), 0);
+    const bool renamed = m_runtime->renameFile(from, to);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::signal(SIGXFSZ, handler);
+
+    QVERIFY(!renamed);
+    QCOMPARE(fileBytes(from), bytes);
+    QVERIFY(!QFileInfo::exists(to));
+#else
+    QSKIP("Limits of this kind are of other systems");
+#endif
+}
+
+/// A file that gives more than its size, or an error for its bytes, is not moved.
+void FileSystemTest::renameAcrossOfUnknownSize()
+{
+#ifdef Q_OS_LINUX
+    for (const QString &from : {u"/proc/self/limits"_s, u"/proc/self/mem"_s, u"/sys/class/net/lo/mtu"_s}) {
+        const QString to = m_directory->filePath(u"new"_s);
+        QVERIFY(!m_runtime->renameFile(from, to));
+        QCOMPARE(m_runtime->lastError, u"rename file error("_s + from + u')');
+        QVERIFY(!QFileInfo::exists(to));
+    }
+#else
+    QSKIP("This system has no files that are made while they are read");
+#endif
+}
+
+void FileSystemTest::renameAcrossUnreadable()
+{
+#ifdef Q_OS_UNIX
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    QCOMPARE(chmod("file", 0), 0);
+    for (const QString &folder : {m_directory->path(), elsewhere->path()})
+        QCOMPARE(chmod(QFile::encodeName(folder).constData(), 0777), 0);
+    // The superuser may do everything, and nobody nothing.
+    const bool superuser = geteuid() == 0;
+    if (superuser && seteuid(65534) != 0)
+        QSKIP("The superuser cannot become anybody else here");
+    const bool renamed = m_runtime->renameFile(from, to);
+    if (superuser)
+        QCOMPARE(seteuid(0), 0);
+    QVERIFY(!renamed);
+    QVERIFY(QFileInfo::exists(from) && !QFileInfo::exists(to));
+#else
+    QSKIP("Modes of this kind are of other systems");
+#endif
+}
+
+/// A source that can be read but not removed: the copy goes.
+void FileSystemTest::renameAcrossUnremovable()
+{
+#ifdef Q_OS_UNIX
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"dir/inner"_s), to = elsewhere->filePath(u"new"_s);
+    const QByteArray folder = QFile::encodeName(m_directory->filePath(u"dir"_s));
+    QCOMPARE(chmod(QFile::encodeName(from).constData(), 0644), 0);
+    QCOMPARE(chmod(folder.constData(), 0555), 0);
+    QCOMPARE(chmod(QFile::encodeName(m_directory->path()).constData(), 0755), 0);
+    QCOMPARE(chmod(QFile::encodeName(elsewhere->path()).constData(), 0777), 0);
+    const bool superuser = geteuid() == 0;
+    if (superuser && seteuid(65534) != 0)
+        QSKIP("The superuser cannot become anybody else here");
+    const bool renamed = m_runtime->renameFile(from, to);
+    if (superuser)
+        QCOMPARE(seteuid(0), 0);
+    QCOMPARE(chmod(folder.constData(), 0755), 0);
+    QVERIFY(!renamed);
+    QCOMPARE(fileBytes(from), QByteArray("inner"));
+    QVERIFY(!QFileInfo::exists(to));
+#else
+    QSKIP("Modes of this kind are of other systems");
+#endif
+}
+
+void FileSystemTest::renameWithRefusedCall_data()
+{
+#ifdef Q_OS_LINUX
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<bool>("across");
+    QTest::addColumn<QList<int>>("calls"); // number, error, and the argument that must not be 0
+    QTest::addColumn<bool>("renamed");
+
+    QByteArray prefix;
+    const auto row = [&prefix](
+                         const char *name,
+                         const QString &from,
+                         const QString &to,
+                         bool across,
+                         const QList<int> &calls,
+                         bool renamed
+                     ) {
+        QTest::newRow((prefix + name).constData()) << from << to << across << calls << renamed;
+    };
+    const QString file = u"file"_s, dir = u"dir"_s, fresh = u"new"_s;
+    for (const int error : {ENOSYS, EINVAL}) {
+        prefix = error == ENOSYS ? "old kernel: " : "old file system: ";
+        const QList<int> oldSystem{SYS_renameat2, error, 4};
+        row("file", file, fresh, false, oldSystem, true);
+        row("directory", dir, fresh, false, oldSystem, true);
+        row("missing", u"missing"_s, fresh, false, oldSystem, false);
+        row("onto a file", file, u"dir/inner"_s, false, oldSystem, false);
+        row("onto a directory", file, dir, false, oldSystem, false);
+        row("directory onto a file", dir, file, false, oldSystem, false);
+        row("directory into itself", dir, u"dir/new"_s, false, oldSystem, false);
+        row("directory into a missing one", dir, u"missing/new"_s, false, oldSystem, false);
+        row("directory below a file", dir, u"file/new"_s, false, oldSystem, false);
+        row("file across", file, fresh, true, oldSystem, true);
+        row("directory across", dir, fresh, true, oldSystem, false);
+        for (const int refusal : {EPERM, EOPNOTSUPP}) {
+            prefix += refusal == EPERM ? "no links: " : "no links at all: ";
+            const QList<int> noLinks = oldSystem + QList<int>{SYS_linkat, refusal, -1};
+            row("file", file, fresh, false, noLinks, true);
+            row("onto a file", file, u"dir/inner"_s, false, noLinks, false);
+        }
+        row("link fails", file, fresh, false, oldSystem + QList<int>{SYS_linkat, EIO, -1}, false);
+    }
+    prefix.clear();
+    row("rename fails", file, fresh, false, {SYS_renameat2, EIO, 4}, false);
+    row("disk full", file, fresh, true, {SYS_write, ENOSPC, -1}, false);
+    row("flush fails", file, fresh, true, {SYS_fsync, EIO, -1}, false);
+    row("mode fails", file, fresh, true, {SYS_fchmod, EIO, -1}, false);
+    row("mode unknown", file, fresh, true, {SYS_fchmod, EPERM, -1}, true);
+    row("owner unknown", file, fresh, true, {SYS_fchown, EPERM, -1}, true);
+    row("time unknown", file, fresh, true, {SYS_utimensat, EOPNOTSUPP, -1}, true);
+    row("time fails", file, fresh, true, {SYS_utimensat, EIO, -1}, false);
+#endif
+}
+
+/// What the system refuses is not there for a program that is started so.
+void FileSystemTest::renameWithRefusedCall()
+{
+#ifdef Q_OS_LINUX
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(bool, across);
+    QFETCH(QList<int>, calls);
+    QFETCH(bool, renamed);
+
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (across && !elsewhere)
+        QSKIP("There is one file system only");
+    const QString source = m_directory->filePath(from);
+    const QString target = across ? elsewhere->filePath(to) : m_directory->filePath(to);
+    const bool there = QFileInfo::exists(target);
+
+    QProcess process;
+    process.setChildProcessModifier([calls] {
+        for (qsizetype i = 0; i < calls.size(); i += 3) {
+            if (!refuseCall(calls[i], calls[i + 1], calls[i + 2]))
+                _exit(77);
+        }
+    });
+    process.start(BuiltWith::helper(u"console"_s), {u"rename"_s, source, target});
+    QVERIFY(process.waitForFinished(60'000));
+    if (process.exitCode() == 77)
+        QSKIP("The system cannot refuse calls");
+    QCOMPARE(process.exitCode(), renamed ? 0 : 1);
+    QCOMPARE(QFileInfo::exists(source), from != u"missing" && !renamed);
+    QCOMPARE(QFileInfo::exists(target), there || renamed);
+    if (there || !renamed)
+        QCOMPARE(fileBytes(u"dir/inner"_s), QByteArray("inner"));
+#else
+    QSKIP("Only here calls can be refused");
+#endif
 }
 
 void FileSystemTest::successKeepsTheError()

@@ -12,8 +12,11 @@
 #include <QTimeZone>
 
 #ifdef Q_OS_UNIX
+#include <csignal>
 #include <cstdlib>
+
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -36,10 +39,16 @@ private Q_SLOTS:
     void writeTraceTagged();
     void writeTraceKeepsItsPlace();
     void writeTraceIsWrittenAtOnce();
+    void writeTraceIntoAFullPipe_data();
+    void writeTraceIntoAFullPipe();
+    void writeTraceWithoutReader();
+    void writeTraceWhoseReaderGoes();
+    void writeTraceToAFullDisk();
     void readConsoleLine_data();
     void readConsoleLine();
     void readConsoleLineOfAnyLength();
     void readConsoleLineFromTerminal();
+    void readConsoleLineThatComesInParts();
     void formatTimestamp_data();
     void formatTimestamp();
 };
@@ -54,10 +63,78 @@ QByteArray consoleOutput(const QStringList &words, const QByteArray &input = QBy
     process.start(BuiltWith::helper(u"console"_s), words);
     process.write(input);
     process.closeWriteChannel();
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit)
         return "did not end as it should";
     return process.readAllStandardOutput() + process.readAllStandardError();
 }
+
+#ifdef Q_OS_UNIX
+/// A pipe, with the end that a program is started with in non-blocking mode.
+class Pipe
+{
+public:
+    Pipe()
+    {
+        if (pipe(m_ends) == 0) {
+            for (const int end : m_ends)
+                fcntl(end, F_SETFD, FD_CLOEXEC);
+        }
+    }
+
+    ~Pipe()
+    {
+        closeEnd(0);
+        closeEnd(1);
+    }
+
+    Q_DISABLE_COPY_MOVE(Pipe)
+
+    /// Starts the console helper with one end as its standard input (0) or output (1), which is closed here.
+    void start(QProcess &process, int end, const QStringList &words)
+    {
+        fcntl(m_ends[end], F_SETFL, fcntl(m_ends[end], F_GETFL) | O_NONBLOCK);
+        process.setChildProcessModifier([this, end] {
+            std::signal(SIGPIPE, SIG_IGN);
+            dup2(m_ends[end], end);
+        });
+        process.start(BuiltWith::helper(u"console"_s), words);
+        QVERIFY(process.waitForStarted());
+        closeEnd(end);
+    }
+
+    void closeEnd(int end)
+    {
+        if (m_ends[end] >= 0)
+            close(m_ends[end]);
+        m_ends[end] = -1;
+    }
+
+    /// How many bytes wait in the pipe.
+    [[nodiscard]] int waiting() const
+    {
+        int count = 0;
+        ioctl(m_ends[m_ends[0] >= 0 ? 0 : 1], FIONREAD, &count);
+        return count;
+    }
+
+    void write(const QByteArray &bytes) const
+    {
+        QCOMPARE(::write(m_ends[1], bytes.constData(), static_cast<size_t>(bytes.size())), bytes.size());
+    }
+
+    [[nodiscard]] QByteArray readAll() const
+    {
+        QByteArray all;
+        char block[1000];
+        for (ssize_t count = 0; (count = read(m_ends[0], block, sizeof block)) > 0;)
+            all.append(block, count);
+        return all;
+    }
+
+private:
+    int m_ends[2]{-1, -1};
+};
+#endif
 
 } // namespace
 
@@ -206,6 +283,76 @@ void TraceTest::writeTraceIsWrittenAtOnce()
     QCOMPARE(consoleOutput({u"last"_s, u"x"_s}), QByteArray("x\n"));
 }
 
+void TraceTest::writeTraceIntoAFullPipe_data()
+{
+    QTest::addColumn<qsizetype>("size");
+
+    QTest::newRow("as much as there is room for") << qsizetype(65535 - 7);
+    QTest::newRow("a byte more") << qsizetype(65536 - 7);
+    QTest::newRow("much more") << qsizetype(110'000);
+}
+
+// A line arrives whole, and between what the program printed by other means.
+void TraceTest::writeTraceIntoAFullPipe()
+{
+#ifdef Q_OS_UNIX
+    QFETCH(qsizetype, size);
+    Pipe pipe;
+    QProcess process;
+    pipe.start(process, 1, {u"twice"_s, QString(size, u'x')});
+    // What fits into the pipe is there at once, behind the first word.
+    QTRY_VERIFY_WITH_TIMEOUT(pipe.waiting() > 7, 60'000);
+    const QByteArray line = QByteArray(size, 'x') + '\n';
+    QCOMPARE(pipe.readAll(), "before " + line + "between " + line);
+    QVERIFY(process.waitForFinished(60'000));
+    QCOMPARE(process.exitCode(), 0);
+#else
+    QSKIP("Pipes have no such mode on this system");
+#endif
+}
+
+void TraceTest::writeTraceWithoutReader()
+{
+#ifdef Q_OS_UNIX
+    Pipe pipe;
+    pipe.closeEnd(0);
+    QProcess process;
+    pipe.start(process, 1, {u"twice"_s, QString(110'000, u'x')});
+    QVERIFY(process.waitForFinished(60'000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+#else
+    QSKIP("Pipes have no such mode on this system");
+#endif
+}
+
+void TraceTest::writeTraceWhoseReaderGoes()
+{
+#ifdef Q_OS_UNIX
+    Pipe pipe;
+    QProcess process;
+    pipe.start(process, 1, {u"twice"_s, QString(110'000, u'x')});
+    QTRY_VERIFY_WITH_TIMEOUT(pipe.waiting() > 7, 60'000);
+    pipe.closeEnd(0);
+    QVERIFY(process.waitForFinished(60'000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+#else
+    QSKIP("Pipes have no such mode on this system");
+#endif
+}
+
+void TraceTest::writeTraceToAFullDisk()
+{
+    if (!QFile::exists(u"/dev/full"_s))
+        QSKIP("This system has no file that is always full");
+    QProcess process;
+    process.setStandardOutputFile(u"/dev/full"_s, QIODevice::Append);
+    process.start(BuiltWith::helper(u"console"_s), {u"twice"_s, u"x"_s});
+    QVERIFY(process.waitForFinished(60'000));
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+}
+
 void TraceTest::readConsoleLine_data()
 {
     QTest::addColumn<QByteArray>("input");
@@ -233,6 +380,24 @@ void TraceTest::readConsoleLine_data()
     QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
                                                    "a\nb")
                                      << 1 << QByteArray("[a]b");
+    QTest::newRow("byte order mark twice") << QByteArray("\xef\xbb\xbf\xef\xbb\xbf"
+                                                         "a\n")
+                                           << 1
+                                           << QByteArray("[\xef\xbb\xbf"
+                                                         "a]");
+    // It is UTF-8 whatever it looks like.
+    const QByteArray two = QByteArray("[\xef\xbf\xbd\xef\xbf\xbd");
+    QTest::newRow("mark of UTF-16") << QByteArray("\xff\xfe"
+                                                  "a\nb")
+                                    << 1 << two + "a]b";
+    QTest::newRow("mark of big-endian UTF-16") << QByteArray("\xfe\xff"
+                                                             "a\nb")
+                                               << 1 << two + "a]b";
+    QTest::newRow("mark of UTF-32") << QByteArray("\xff\xfe\0\0\nb", 6) << 1 << two + QByteArray("\0\0]b", 4);
+    QTest::newRow("character cut off by the line end")
+        << QByteArray("a\xe6\xbc\nb\n") << 2 << QByteArray("[a\xef\xbf\xbd\xef\xbf\xbd][b]");
+    QTest::newRow("character cut off by the end")
+        << QByteArray("a\xe6") << 1 << QByteArray("[a\xef\xbf\xbd]");
 }
 
 void TraceTest::readConsoleLine()
@@ -253,7 +418,7 @@ void TraceTest::readConsoleLine()
     QProcess process;
     process.setStandardInputFile(file.fileName());
     process.start(BuiltWith::helper(u"console"_s), words);
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(60'000));
     QCOMPARE(process.readAllStandardOutput(), output);
 }
 
@@ -279,12 +444,30 @@ void TraceTest::readConsoleLineFromTerminal()
     QProcess process;
     process.setChildProcessModifier([line] { dup2(line, STDIN_FILENO); });
     process.start(BuiltWith::helper(u"console"_s), {u"lines"_s, u"1"_s});
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(60'000));
     QCOMPARE(process.readAllStandardOutput(), QByteArray("[first]second\n"));
     close(line);
     close(terminal);
 #else
     QSKIP("Only here there is a terminal for a test to open");
+#endif
+}
+
+void TraceTest::readConsoleLineThatComesInParts()
+{
+#ifdef Q_OS_UNIX
+    Pipe pipe;
+    QProcess process;
+    pipe.write("ab");
+    pipe.start(process, 0, {u"lines"_s, u"2"_s});
+    QTRY_COMPARE_WITH_TIMEOUT(pipe.waiting(), 0, 60'000);
+    QTest::qWait(50); // it finds nothing more, most of the time
+    pipe.write("c\nd");
+    pipe.closeEnd(1);
+    QVERIFY(process.waitForFinished(60'000));
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("[abc][d]"));
+#else
+    QSKIP("Pipes have no such mode on this system");
 #endif
 }
 
@@ -306,7 +489,7 @@ void TraceTest::formatTimestamp_data()
     QTest::newRow("midnight with separators") << midnight << 1 << u"2000-02-29 00:00:00.000"_s;
     QTest::newRow("afternoon has 24 hours")
         << QDateTime(QDate(2024, 1, 2), QTime(13, 0)) << 0 << u"20240102130000000"_s;
-    QTest::newRow("in its own zone") << QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6), Qt::UTC) << 0
+    QTest::newRow("in its own zone") << QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6), QTimeZone::utc()) << 0
                                      << u"20240102030405006"_s;
     QTest::newRow("year of three digits")
         << QDateTime(QDate(987, 6, 5), QTime(0, 0)) << 0 << u"09870605000000000"_s;

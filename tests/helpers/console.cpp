@@ -4,8 +4,10 @@
 //   units HEX...        writeTrace of the text of these UTF-16 code units
 //   tagged LEVEL TEXT   writeTraceTagged
 //   between TEXT        prints through the C stream before and after a trace line
+//   twice TEXT          a trace line before and after what is printed through the C stream
 //   last TEXT           writeTrace, and an end that leaves no stream the time to write
 //   run PROGRAM TEXT    runProgram, waited for
+//   rename FROM TO      renameFile; exits with 0 when it worked, else with 1
 //   lines COUNT         readConsoleLine COUNT times, each line printed in brackets, then what is left of the
 //   input
 #include <runtime/core/appruntime.h>
@@ -67,11 +69,18 @@ int main(int argc, char **argv)
         std::fputs("before ", stdout);
         runtime.writeTrace(text);
         std::fputs("after\n", stdout);
+    } else if (std::strcmp(verb, "twice") == 0) {
+        std::fputs("before ", stdout);
+        runtime.writeTrace(text);
+        std::fputs("between ", stdout);
+        runtime.writeTrace(text);
     } else if (std::strcmp(verb, "last") == 0) {
         runtime.writeTrace(text);
         std::_Exit(0);
     } else if (std::strcmp(verb, "run") == 0) {
         runtime.runProgram(QString::fromLocal8Bit(word), text, QString(), true);
+    } else if (std::strcmp(verb, "rename") == 0) {
+        return runtime.renameFile(QString::fromLocal8Bit(word), text) ? 0 : 1;
     } else if (std::strcmp(verb, "lines") == 0) {
         for (int i = std::atoi(word); i > 0; --i) {
             const QByteArray line = runtime.readConsoleLine().toUtf8();

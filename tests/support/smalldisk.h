@@ -4,6 +4,13 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <memory>
+
+/// A folder on another file system than the folder given; null where the machine has none.
+///
+/// Needs no rights: most systems keep shared memory and temporary files apart.
+std::unique_ptr<QTemporaryDir> folderElsewhere(const QString &folder);
+
 /// A file system of 64 KiB, as long as the object lives. Only the superuser may mount one.
 class SmallDisk
 {
