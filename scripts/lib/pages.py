@@ -3,6 +3,7 @@
 
     pages.py header FILE    prints a header as Doxygen is to see it
     pages.py prepare        makes Doxygen's pages of ours, and the data of the search
+    pages.py help           makes the project of the Qt help file of them
     pages.py finish         completes the pages that Doxygen made, and checks them
 
 Doxygen reads Markdown in its own way and changes code: blanks and % vanish, and an apostrophe ends a span. So cmark-gfm
@@ -14,6 +15,7 @@ import html
 import html.parser
 import json
 import pathlib
+import posixpath
 import re
 import sys
 import urllib.parse
@@ -451,8 +453,27 @@ def finish():
     return failures
 
 
+def help_project():
+    """Completes the pages for Qt Assistant, and makes one project of the two languages'."""
+    for path in [*site.glob("*.html"), *site.glob("ja/*.html")]:
+        path.write_text(path.read_text(encoding="utf-8").translate(SHOWN), encoding="utf-8")
+    english, japanese = ET.parse(site / "index.qhp"), ET.parse(site / "ja/index.qhp")
+    for section in japanese.iter("section"):
+        section.set("ref", posixpath.normpath(f"ja/{section.get('ref')}"))
+    contents = japanese.find(".//toc/section")
+    contents.set("title", "日本語")
+    english.find(".//toc/section").append(contents)
+    files = english.find(".//files")
+    files.clear()
+    for path in sorted(site.rglob("*")):
+        if path.suffix in (".html", ".css", ".png", ".svg", ".cpp") or path.name == "LICENSE":
+            ET.SubElement(files, "file").text = path.relative_to(site).as_posix()
+    english.write(site / "index.qhp", encoding="utf-8", xml_declaration=True)
+    return Failures()
+
+
 if sys.argv[1] == "header":
     sys.stdout.reconfigure(encoding="utf-8")
     sys.stdout.write(header(sys.argv[2]))
 else:
-    sys.exit({"prepare": prepare, "finish": finish}[sys.argv[1]]().count != 0)
+    sys.exit({"prepare": prepare, "help": help_project, "finish": finish}[sys.argv[1]]().count != 0)
