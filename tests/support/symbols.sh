@@ -3,7 +3,7 @@
 #
 # In the static library everything of ours belongs to a public type or to appruntime_internal. A function with a plain
 # name would be replaced by a program's function of that name, without a warning. The shared library exports the
-# members that the installed headers declare, and nothing else.
+# members that the installed headers declare, and one variable for our launcher.
 set -euo pipefail
 kind=$1 library=$2 nm=${3:-nm}
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
@@ -24,7 +24,9 @@ if [[ $kind == static ]]; then
 else
     names=$("$nm" --dynamic --defined-only "$library" | sed -nE 's/^[0-9a-f]+ [A-Za-z] //p')
     foreign=$(grep -vE '^_Z' <<<"$names" || true)
-    members=$(c++filt <<<"$names" | sed -E 's/\(.*//' | sort -u)
+    # A debug build exports what it keeps of the inline functions of Qt's classes.
+    members=$(c++filt <<<"$names" | sed -E 's/\(.*//' | grep -vE '^(Q[A-Za-z]*::|appruntime_internal::waitedForProcess$)' |
+        sort -u)
     headers=$(cat runtime/core/appruntime.h runtime/*/{csvrecord,inputmode,scancursor,textchannels,versioninfo}.h)
     while read -r member; do
         name=${member##*::}
