@@ -67,11 +67,7 @@ def header(path):
     are spare, and one list holds them all. The names of source files are of no use to a reader of the pages.
     """
     text = pathlib.Path(path).read_text(encoding="utf-8")
-    text = re.sub(
-        r"(?m)(^    /// \\name .*\n    /// )[a-z]+/\w+\.cpp(?:,?(?: and| or)?\s+(?:/// )?[a-z]+/\w+\.cpp)*\. ?",
-        r"\1",
-        text,
-    )
+    text = re.sub(r"(/// \\name .*\n *///) [a-z]+/\w+\*?\.cpp(?s:.*?)\.(?=\s)", r"\1", text)
     spares = spare_fields(text)
     if spares:
         names = sum(len(re.findall(r"\w+\{", line)) for line in spares)
@@ -190,14 +186,16 @@ def link_target(target, page, pages, failures):
 
 
 def link_members(element, page, members, failures):
-    """Makes links of the members that the text names as call()."""
+    """Makes links of the members that the text names as call(), and of the smaller classes."""
     up = "../" if page.language == "ja" else ""
 
     def linked(text):
         parts, last = [], 0
-        for found in re.finditer(r"(?:[A-Z]\w+::)?[a-z]\w+\(\)", text or ""):
+        for found in re.finditer(r"(?:[A-Z]\w+::)?[a-z]\w+\(\)|[A-Z]\w+", text or "", re.ASCII):
             name = found[0].removesuffix("()")
             if name not in members:
+                if name == found[0]:
+                    continue
                 failures.add(f"{page.source}: there is no {name}()")
                 continue
             parts.append((text[last : found.start()], found[0], up + members[name]))
@@ -214,7 +212,7 @@ def link_members(element, page, members, failures):
         return made_links
 
     for index, child in reversed(list(enumerate(element))):
-        if child.tag not in ("code", "pre", "a", "h1"):
+        if child.tag not in ("code", "pre", "a", "h1", "h2", "h3", "h4"):
             link_members(child, page, members, failures)
         parts, rest = linked(child.tail)
         if parts:
@@ -288,9 +286,11 @@ def member_url(element):
 
 
 def members_of_classes():
-    """The address of each member, by its name with its class and without; of overloads, the first."""
+    """The address of each class and member, which is named with its class and without; of overloads, the first."""
     members = {}
     for definition in sorted(classes(), key=lambda found: found.findtext("compoundname") != "AppRuntime"):
+        if members:
+            members[definition.findtext("compoundname")] = f"{definition.get('id')}.html"
         for member in definition.iter("memberdef"):
             name = member.findtext("name")
             members.setdefault(f"{definition.findtext('compoundname')}::{name}", member_url(member))
