@@ -54,10 +54,10 @@ need() {
 }
 
 need_build_tools() {
-    local packages=(c++:g++ cmake:cmake ninja:ninja-build)
+    local tools=(c++:g++ cmake:cmake ninja:ninja-build)
     # A Qt of the user's own is found by CMake.
-    [[ -n ${CMAKE_PREFIX_PATH:-}${Qt6_DIR:-} ]] || packages+=(:qt6-base-dev)
-    need "${packages[@]}"
+    [[ -n ${CMAKE_PREFIX_PATH:-}${Qt6_DIR:-} ]] || tools+=(:qt6-base-dev)
+    need "${tools[@]}"
 }
 
 # The version that the project declares to CMake.
