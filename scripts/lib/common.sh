@@ -54,10 +54,10 @@ need() {
 }
 
 need_build_tools() {
-    local tools=(c++:g++ cmake:cmake ninja:ninja-build)
+    local build_tools=(c++:g++ cmake:cmake ninja:ninja-build)
     # A Qt of the user's own is found by CMake.
-    [[ -n ${CMAKE_PREFIX_PATH:-}${Qt6_DIR:-} ]] || tools+=(:qt6-base-dev)
-    need "${tools[@]}"
+    [[ -n ${CMAKE_PREFIX_PATH:-}${Qt6_DIR:-} ]] || build_tools+=(:qt6-base-dev)
+    need "${build_tools[@]}"
 }
 
 # The version that the project declares to CMake.
