@@ -20,7 +20,7 @@ bool takes(QChar letter, QChar mark)
     return (mark == u'ﾞ' && voiced.contains(letter)) || (mark == u'ﾟ' && semiVoiced.contains(letter));
 }
 
-/// Unicode's own table of widths; the toolkit knows it as one of the normal forms.
+/// Unicode's own table of widths; Qt has it as one of the normal forms.
 QString wideForm(QChar unit)
 {
     if (unit > u' ' && unit < u'\x7f')

@@ -456,8 +456,8 @@ public:
     /// The number with a comma between every three digits of its whole part: `-1234567.8912` gives
     /// `-1,234,567.8912`.
     ///
-    /// Give it digits with at most a minus sign in front and one point; nothing is checked. A character that
-    /// is none of these counts as a digit, also a comma that is there already: `1,234` gives `1,,234`.
+    /// The text is expected to be digits, with at most a minus sign in front and one point. It is not
+    /// checked: any other character counts as a digit, and so `1,234` gives `1,,234`.
     [[nodiscard]] QString groupThousands(const QString &numberText) const;
 
     /// @}
@@ -480,7 +480,7 @@ public:
     /// is returned unchanged.
     ///
     /// From 8 units on `dateOrder` is compared with `Y` in every style, and with `M` if neither that nor
-    /// style 2 settled the order: leaves checkMessage set, to `"D" not in('M')` where the order is `D`.
+    /// style 2 decided the order. So checkMessage is set: to `"D" not in('M')` where the order is `D`.
     QString formatDateTime(QString value, int style);
 
     /// The time one second before a time `hhmmss`, without a date: `000000` gives `235959`.
@@ -652,7 +652,7 @@ public:
 
     /// The index of the first element at or after `from` that equals `value`, or -1. Texts are equal when
     /// their code units are. A negative `from` counts from the end, -1 being the last element and everything
-    /// before the first one the first; one at or past the end finds nothing.
+    /// before the first one the first. From the end on, nothing is found.
     ///
     /// Leaves in checkMessage the comparison of the last element before the one found, or of the last of all:
     /// `"MSG_A" not in('B')` when `B` follows `MSG_A`. Leaves checkMessage alone when no element fails.
@@ -661,9 +661,9 @@ public:
     /// Replaces the element at `index`; does nothing when `index` is negative or not below the count.
     void setElement(QStringList &list, int index, const QString &text) const;
 
-    /// The text of `messageTexts` at the index where `messageKeys` has `key`; the empty text when it has not,
-    /// or when there is no such text. A key that begins with `MSG_` gives the text without its first code
-    /// unit, which is a mark for the programs.
+    /// The text of `messageTexts` at the index where `messageKeys` has `key`; the empty text when there is no
+    /// such key or text. A key that begins with `MSG_` gives the text without its first code unit, which is a
+    /// mark for the programs.
     ///
     /// Leaves checkMessage as indexOfValue() does: with the keys `MSG_A` and `B` and the texts `Ehello` and
     /// `Iworld`, `MSG_A` gives `hello`, and `B` gives `Iworld` and leaves `"MSG_A" not in('B')`.
@@ -886,8 +886,8 @@ public:
     /// strings/lists.cpp. No field is touched.
     /// @{
 
-    /// Empties the list and keeps its capacity. An empty list is left alone; elements that are shared with a
-    /// copy of the list stay in the copy.
+    /// Empties the list and keeps its capacity. An empty list does not change. A copy of the list keeps its
+    /// elements.
     void clear(QList<quint8> &list) const;
     void clear(QList<QChar> &list) const;
     void clear(QList<qint32> &list) const;
@@ -991,8 +991,9 @@ public:
     /// @}
     // ---------------------------------------------------------------------------------------------------
     /// \name Placeholder codes
-    /// strings/placeholders.cpp. A text without the characters that command interpreters treat specially, and
-    /// back again. Each is written as `#` and a capital: `#` as `#C`, the double quote as `#Q`, `%` as `#P`,
+    /// strings/placeholders.cpp. Replaces the characters that command interpreters treat specially, and
+    /// restores them. Each is written as `#` and a capital: `#` as `#C`, the double quote as `#Q`, `%` as
+    /// `#P`,
     /// `!` as `#E`, the back-quote as `#A`, the backslash as `#Y`, `$` as `#D` and the blank as `#S`. No
     /// field is touched.
     /// @{
@@ -1001,8 +1002,8 @@ public:
     /// decodePlaceholders() gives the text back, whatever it holds.
     [[nodiscard]] QString encodePlaceholders(const QString &text) const;
 
-    /// The text with each code replaced by its character, once: `#CS` gives `#S`. A `#` with anything else
-    /// behind it stays, and so does a last one: `#s#` is returned as it is.
+    /// The text with each code replaced by its character, once: `#CS` gives `#S`. A `#` that begins no code
+    /// stays: `#s#` is returned as it is.
     [[nodiscard]] QString decodePlaceholders(const QString &text) const;
 
     /// @}
@@ -1011,9 +1012,9 @@ public:
     /// strings/masking.cpp. Reads the classes of characters, the fields `charClass...`; writes no field.
     /// @{
 
-    /// What a secret field shows. With mode `*` and with mode `#` alike: the trimmed() text with `*` for each
-    /// narrow character and half-width katakana, `＊` (U+FF0A) for each wide character and high surrogate,
-    /// and nothing for a low surrogate. ` 漢字ab` gives `＊＊**`.
+    /// What a secret field shows. The modes `*` and `#` do the same: they trim the text as
+    /// QString::trimmed() does and replace each character by `*`, or by `＊` (U+FF0A) when
+    /// charDisplayWidth() says 2. A low surrogate shows nothing. ` 漢字ab` gives `＊＊**`.
     ///
     /// Any other mode returns the text as it is, white space included.
     [[nodiscard]] QString maskText(QChar mode, QString text) const;
@@ -1026,23 +1027,23 @@ public:
     /// @{
 
     /// The modulus-43 check character of a Code 39 bar code: `CODE39` gives `W`, the empty code `0`.
-    /// Characters count as their upper case, QChar::toUpper(), does.
+    /// Characters are made upper case first, by QChar::toUpper().
     ///
-    /// The empty text when one is not among `0` to `9`, `A` to `Z`, the blank and `-.$/+%`; the start and
-    /// stop character `*` is not.
+    /// The empty text when a character is not one of `0` to `9`, `A` to `Z`, the blank and `-.$/+%`. The
+    /// start and stop character `*` is not one of them.
     [[nodiscard]] QString code39CheckChar(const QString &code) const;
 
     /// The modulus-11 digit with the weights 2 to 7 from the right, over and over: `12345` gives `5`, the
     /// empty code `0`. A check value of 10 or 11 gives `0`.
     ///
-    /// No character is refused. A code unit counts the low four bits of its value, or the low three where
-    /// that would be above 9: `A` counts 1, `Z` counts 2, a blank 0.
+    /// No character is refused. The value of a code unit is its low four bits, or its low three where the
+    /// four are above 9: 1 for `A`, 2 for `Z`, 0 for a blank.
     [[nodiscard]] QString mod11CheckDigit(const QString &code) const;
 
     /// The modulus-10 digit of EAN and JAN article numbers, with the weights 3 and 1 from the right:
     /// `490123456789` gives `4`. The empty text for an empty code.
     ///
-    /// What is no digit `0` to `9` counts nothing but keeps its place: `1-3` gives `8`, `13` gives `0`.
+    /// Any other character than `0` to `9` counts as 0 in its place: `1-3` gives `8`, `13` gives `0`.
     [[nodiscard]] QString mod10CheckDigit(const QString &code) const;
 
     /// @}

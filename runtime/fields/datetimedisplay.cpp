@@ -12,7 +12,7 @@ QString AppRuntime::formatDateTime(QString value, int style)
     if (value.size() < dateUnits)
         return value;
 
-    // The order is compared in style 2 as well, and with "Y" before "M": programs read checkMessage.
+    // Style 2 needs no order, but programs read what the comparisons leave in checkMessage.
     const bool yearFirst = checkIn(dateOrder, u"Y"_s) || style == interchangeStyle;
     const bool monthFirst = !yearFirst && checkIn(dateOrder, u"M"_s);
     const QStringView dateJoint = style == plainStyle ? QStringView()
@@ -62,7 +62,7 @@ QString AppRuntime::formatDateTime(QString value, int style)
 
 QString AppRuntime::previousSecond(const QString &time) const
 {
-    // What stands before the part that changes is kept as it is, digits or not.
+    // The part of the text before the change is copied, digits or not.
     if (const int second = toInt(time.mid(4, 2)); second >= 1)
         return time.first(4) + zeroPadded(second - 1, 2);
     if (const int minute = toInt(time.mid(2, 2)); minute >= 1)

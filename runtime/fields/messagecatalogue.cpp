@@ -13,8 +13,8 @@ namespace
 qsizetype indexOfEqual(const QStringList &list, const QString &value, qsizetype first)
 {
     const auto isValue = [&value](const QString &element) {
-        // Keys of a catalogue are of one length and begin alike, so look at their ends before comparing: that
-        // makes up for the message in short lists too.
+        // Keys of a catalogue are of one length and begin alike, so their ends are compared first. In short
+        // lists that saves as much time as the message takes.
         return element.size() == value.size() && (value.isEmpty() || element.back() == value.back())
             && element == value;
     };
@@ -29,7 +29,7 @@ int AppRuntime::indexOfValue(const QStringList &list, const QString &value, int 
     const qsizetype first = from < 0 ? std::max<qsizetype>(from + size, 0) : std::min<qsizetype>(from, size);
     const qsizetype found = indexOfEqual(list, value, first);
 
-    // As if every element had been compared by checkIn(), without a message for each one of a long list.
+    // What comparing every element by checkIn() would leave, without a message for each element.
     if (found > first)
         checkIn(list[found - 1], value);
     return found < size ? static_cast<int>(found) : -1;

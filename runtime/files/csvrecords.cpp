@@ -14,8 +14,8 @@ namespace
 
 constexpr QChar quote = u'"', comma = u',', tab = u'\t';
 
-/// One quote for every two, from left to right. QString::replace() would move the rest of the text once for
-/// every thousand pairs, which takes the square of the time in a long one.
+/// One quote for every two, from left to right. QString::replace() moves the rest of the text once for every
+/// thousand pairs, so its time grows with the square of the length.
 void foldQuotePairs(QString &text)
 {
     QChar *const begin = text.data();
@@ -56,8 +56,8 @@ void addCommaField(ListFiller &filler, QStringView text, bool hasQuotePair)
 
 bool AppRuntime::isCsvKind(const QString &kind) const
 {
-    // A record asks for each of its fields, so no upper-case copy is made. Of all other characters only the
-    // long s becomes one of these letters.
+    // Without an upper-case copy, because csvField() asks for every field. The long s is the only other
+    // character whose upper case is one of these letters.
     const qsizetype last = kind.size() - 1;
     return last >= 2 && charIn(kind[last], u'V', u'v') && charIn(kind[last - 1], u'S', u's', u'ſ')
         && charIn(kind[last - 2], u'C', u'c');
@@ -80,7 +80,7 @@ QString AppRuntime::csvField(CsvRecord &record, const QString &value, const QStr
     bool hasLineBreak = false, hasComma = false;
     qsizetype quotes = 0;
     for (const QChar character : value) {
-        if (character > comma) // nearly all are: what is looked for stands below
+        if (character > comma) // nearly all are
             continue;
         hasLineBreak = hasLineBreak || character == u'\r' || character == u'\n';
         hasComma = hasComma || character == comma;

@@ -7,8 +7,8 @@ QString AppRuntime::groupThousands(const QString &numberText) const
     if (numberText.size() <= groupSize)
         return numberText;
 
-    // The last point ends the whole part, the first one that is not in front ends the grouping: a text with
-    // several is no number, and what becomes of it is relied on like the rest.
+    // The last point ends the whole part. The first point that is not in front ends the grouping. A text with
+    // several points is no number, but programs rely on its result too.
     const QChar *const begin = numberText.cbegin(), *const end = numberText.cend();
     const QChar *lastPoint = *begin == u'.' ? begin : end, *groupedEnd = end;
     for (const QChar *next = end - 1; next != begin; --next) {
@@ -21,14 +21,14 @@ QString AppRuntime::groupThousands(const QString &numberText) const
     if (wholeSize <= groupSize)
         return numberText;
 
-    // Room for a whole part of digits; in an odd text a minus sign further on takes no part in the count.
+    // Enough for a whole part of digits. A minus sign in the middle is not counted, and less is needed.
     QString result(numberText.size() + (wholeSize - 1) / groupSize, Qt::Uninitialized);
     QChar *out = result.data();
     qsizetype countdown = (wholeSize - 1) % groupSize + 1;
     for (const QChar *next = begin; next != end; ++next) {
         *out++ = *next;
         if (next + 1 == groupedEnd) {
-            countdown = 0; // below 0 from here on: no comma after the last digit, and none behind the point
+            countdown = 0; // never reaches 0 again: no comma after the last digit, and none behind the point
         } else if (*next != u'-' && --countdown == 0) {
             *out++ = u',';
             countdown = groupSize;

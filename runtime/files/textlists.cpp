@@ -59,7 +59,7 @@ QString AppRuntime::assignmentKeys(const QString &text) const
         const QChar character = whole[position];
         switch (state) {
         case State::Key:
-            // A quote or a comma is part of the key: only a value can be quoted.
+            // Quotes and commas are part of the key: only a value can be quoted.
             if (character == u'=') {
                 keys += whole.sliced(start, position - start);
                 state = State::Value;
@@ -67,7 +67,7 @@ QString AppRuntime::assignmentKeys(const QString &text) const
             break;
         case State::Value:
             if (character == u',') {
-                start = position; // the comma comes along with the key behind it
+                start = position; // the comma is copied with the next key
                 state = State::Key;
             } else if (character == u'\'') {
                 state = State::QuotedValue;

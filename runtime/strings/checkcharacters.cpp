@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 
-// A code may be longer than any that is printed: the sums are of 64 bits, so that no length overflows them.
+// Sums have 64 bits, so that they do not overflow in a text of any length.
 
 namespace
 {
@@ -20,7 +20,7 @@ QString AppRuntime::code39CheckChar(const QString &code) const
 
     qint64 sum = 0;
     for (const QChar character : code) {
-        // Upper case first, as Unicode has it: the dotless i and the long s count as I and S.
+        // By Unicode's rules, the dotless i and the long s count as I and S too.
         const qsizetype value = alphabet.indexOf(character.toUpper());
         if (value < 0)
             return QString();
@@ -34,13 +34,13 @@ QString AppRuntime::mod11CheckDigit(const QString &code) const
     qint64 sum = 0;
     int weight = 2;
     for (qsizetype position = code.size() - 1; position >= 0; --position) {
-        // Any code unit has a value; codes with letters in them are checked by it, so none is refused.
+        // No unit is refused, because codes with letters have a check digit too.
         const int unit = code.at(position).unicode();
         const qint64 value = (unit & 15) <= 9 ? unit & 15 : unit & 7;
         sum += value * weight;
         weight = weight == 7 ? 2 : weight + 1;
     }
-    // A remainder of 1 would call for a digit 10; it shares the 0.
+    // A remainder of 1 would need a digit 10: it becomes 0.
     const qint64 remainder = sum % 11;
     return digitText(remainder <= 1 ? 0 : 11 - remainder);
 }
@@ -56,7 +56,7 @@ QString AppRuntime::mod10CheckDigit(const QString &code) const
         const char16_t unit = code.at(position).unicode();
         if (unit >= u'0' && unit <= u'9')
             sum += static_cast<qint64>(unit - u'0') * weight;
-        weight = 4 - weight; // also past what is no digit: positions alternate, not digits
+        weight = 4 - weight; // after every position, not only after digits
     }
     return digitText((10 - sum % 10) % 10);
 }

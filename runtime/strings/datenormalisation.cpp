@@ -7,14 +7,14 @@
 namespace
 {
 
-// A time stamp by places: 0 to 3 year, 4 and 5 month, 6 and 7 day, 8 and 9 hour, 10 and 11 minute, 12 and 13
-// second, 14 to 16 millisecond. Every clamp below works on the digits, not on the number they make: month 30
-// becomes 10, not 12, and hour 30 becomes 20, not 23. Programs rely on it.
+// The places of a time stamp: 0 to 3 year, 4 and 5 month, 6 and 7 day, 8 and 9 hour, 10 and 11 minute, 12 and
+// 13 second, 14 to 16 millisecond. Each digit is limited by itself: month 30 becomes 10, not 12, and hour 30
+// becomes 20, not 23. Programs rely on it.
 constexpr int dateLength = 8;
 constexpr int stampLength = 17;
-constexpr int lowestYear = 1753; // where the year is raised; moments always are
+constexpr int lowestYear = 1753; // for moments always, for dates where the caller asks for it
 
-/// Fills the places with the digits of the text; what is no ASCII digit, or not there, counts as 0.
+/// Fills the places with the digits of the text. A character that is no ASCII digit, or missing, counts as 0.
 template<int length> void takeDigits(QChar *places, const QString &text)
 {
     const auto digitOf = [](QChar character) {
@@ -22,7 +22,7 @@ template<int length> void takeDigits(QChar *places, const QString &text)
     };
 
     const QChar *characters = text.constData();
-    if (text.size() >= length) { // as good as always, and a known number of places takes half the time
+    if (text.size() >= length) { // nearly always; the fixed number of places halves the time
         for (int i = 0; i < length; ++i)
             places[i] = digitOf(characters[i]);
     } else {
@@ -54,7 +54,7 @@ void clampDate(QChar *digits, bool raiseYear)
     QChar *year = digits, *month = digits + 4, *day = digits + 6;
 
     const int lowest = raiseYear ? lowestYear : 1;
-    if (year[0] <= u'1' && number(year, 4) < lowest) { // the dates of today need no number made
+    if (year[0] <= u'1' && number(year, 4) < lowest) { // no number is needed from year 2000 on
         for (int place = 3, rest = lowest; place >= 0; --place, rest /= 10)
             year[place] = QChar(u'0' + rest % 10);
     }
@@ -93,8 +93,7 @@ void clampTime(QChar *digits)
     limit(digits[2], u'5');
     limit(digits[4], u'5');
 
-    // The one moment that no stamp holds, and programs count on that; 23:59:59.998 and everything below
-    // stays.
+    // The only moment that is not allowed, and programs rely on it: 23:59:59.998 stays.
     if (std::equal(highest.begin(), highest.end(), digits))
         digits[8] = u'8';
 }

@@ -3,7 +3,7 @@
 
 #include <limits>
 
-// The toolkit empties in place, and gives a shared list a new buffer of the same capacity.
+// Qt empties a list in place, and gives a shared list a new buffer of the same capacity.
 
 void AppRuntime::clear(QList<quint8> &list) const
 {

@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <array>
 
-// The coding is defined as a row of replacements over the whole text, `#` first when encoding and last when
-// decoding. One walk gives the same: no replacement makes a new `#` or puts two characters side by side that
-// a later one could take for a code. Whoever adds a code has to keep that true: a code is `#` and a letter,
-// and what it stands for is neither.
+// The coding is defined as eight replacements over the whole text, `#` first when encoding and last when
+// decoding. One pass gives the same result, because no replacement makes a text that a later one would
+// replace. A new code has to keep that true: it is `#` and a letter, and its character is neither.
 
 namespace
 {
@@ -28,7 +27,7 @@ constexpr std::array<Placeholder, 8> placeholders{{
     {u' ', u'S'},
 }};
 
-/// What each ASCII character maps to; 0 for those that map to nothing.
+/// What each ASCII character is replaced by; 0 where it stays.
 using AsciiMap = std::array<char16_t, 128>;
 
 constexpr AsciiMap letters = [] {
@@ -65,7 +64,7 @@ QString AppRuntime::encodePlaceholders(const QString &text) const
     QString encoded(plain + 2 * (text.size() - plain), Qt::Uninitialized);
     QChar *end = std::copy(text.cbegin(), next, encoded.data());
     for (; next != text.cend(); ++next) {
-        // Both places are always written, one of them for nothing: cheaper than a branch nobody can foresee.
+        // Writing both places, even if only one is needed, is cheaper than a branch.
         const char16_t letter = mapped(letters, *next);
         end[0] = letter != 0 ? QChar(mark) : *next;
         end[1] = letter;

@@ -10,6 +10,7 @@ import re
 import statistics
 import subprocess
 import sys
+import tempfile
 
 import performancepage
 
@@ -50,31 +51,60 @@ def measure(program, names, repetitions):
     return times
 
 
-def measure_all(pairs, programs, repetitions):
+def convert_table(build, root, repetitions):
+    """The whole postal code table through the example and through a Python program that does the same."""
+    table = os.environ.get("POSTAL_TABLE")
+    if not table:
+        return {}
+    commands = {
+        "postal_pass": [build / "examples" / "postal_pass"],
+        "postal_check": [sys.executable, root / "examples" / "postal_check.py", "--job"],
+    }
+    found = {}
+    with tempfile.TemporaryDirectory() as folder:
+        for _ in range(repetitions):
+            for name, command in commands.items():
+                run = subprocess.run([*command, table, f"{folder}/output"], check=True, capture_output=True, text=True)
+                milliseconds = re.search(r"processor: (\d+) ms", run.stdout)[1]
+                found.setdefault(f"examples/postal_pass:{name}", []).append(float(milliseconds) * 1e6)
+    return found
+
+
+def measure_all(pairs, build, root, repetitions):
     wanted = {}
     for pair in pairs:
         wanted.setdefault(pair["program"], set()).update((pair["ours"], pair["theirs"]))
     times = {}
     for number, (program, names) in enumerate(wanted.items(), 1):
-        say(f"[{number}/{len(wanted)}] {program}: {len(names)} benchmarks, {repetitions} times each")
-        found = measure(programs / pathlib.Path(program).name, names, repetitions)
+        say(f"{build.name} [{number}/{len(wanted)}] {program}: {len(names)} benchmarks, {repetitions} times each")
+        if program == "examples/postal_pass":
+            times.update(convert_table(build, root, repetitions))
+            continue
+        found = measure(build / "benchmarks" / pathlib.Path(program).name, names, repetitions)
         times.update({f"{program}:{name}": values for name, values in found.items()})
     return times
 
 
 def join(pairs, times):
-    """The pairs with their medians. What they are beside may not be installed; ours is always there."""
+    """The pairs with their medians for each build. What they are beside may not be there."""
     rows = []
     for pair in pairs:
-        ours = times.get(f"{pair['program']}:{pair['ours']}")
-        theirs = times.get(f"{pair['program']}:{pair['theirs']}")
-        if not ours:
-            sys.exit(f"benchmarks/pairs.csv names {pair['ours']}, which {pair['program']} does not have")
-        if not theirs:
+        builds = {}
+        for build, found in times.items():
+            ours = found.get(f"{pair['program']}:{pair['ours']}")
+            theirs = found.get(f"{pair['program']}:{pair['theirs']}")
+            if not ours and not pair["program"].startswith("examples/"):
+                sys.exit(f"benchmarks/pairs.csv names {pair['ours']}, which {pair['program']} does not have")
+            if ours and theirs:
+                ours, theirs = statistics.median(ours), statistics.median(theirs)
+                builds[build] = {"ours_ns": ours, "theirs_ns": theirs, "ratio": theirs / ours}
+        if builds:
+            worse = min(found["ratio"] for found in builds.values())
+            rows.append({**pair, "builds": builds, "ratio": worse})
+            if worse < 1 and not pair["reason"]:
+                say(f"benchmarks/pairs.csv has no reason why this is slower: {pair['what']} beside {pair['beside']}")
+        else:
             say(f"Left out, nothing to measure beside: {pair['what']} and {pair['beside']}")
-            continue
-        ours, theirs = statistics.median(ours), statistics.median(theirs)
-        rows.append({**pair, "ours_ns": ours, "theirs_ns": theirs, "ratio": theirs / ours})
     return rows
 
 
@@ -83,20 +113,22 @@ def key(row):
 
 
 def regressions(rows, previous):
-    """What takes longer than last time, both by the clock and beside its neighbour: a busy machine slows down both of a
-    pair, and a neighbour that has become faster is no loss."""
+    """What takes longer than last time, by the clock and beside its neighbour. A busy machine slows down both of a pair,
+    and a neighbour that has become faster is no loss."""
     before = {key(row): row for row in previous["rows"]}
     for row in rows:
-        old = before.get(key(row))
-        if old and row["ours_ns"] > SLOWER * old["ours_ns"] and row["ratio"] * SLOWER < old["ratio"]:
-            yield (f"{row['what']}: {old['ours_ns']:,.1f} ns, now {row['ours_ns']:,.1f} ns; "
-                   f"{old['ratio']:.2f} times {row['beside']}, now {row['ratio']:.2f}")
+        for build, now in row["builds"].items():
+            old = before.get(key(row), row)["builds"][build]
+            if now["ours_ns"] > SLOWER * old["ours_ns"] and now["ratio"] * SLOWER < old["ratio"]:
+                yield (f"{row['what']} ({build}): {old['ours_ns']:,.1f} ns, now {now['ours_ns']:,.1f} ns; "
+                       f"{old['ratio']:.2f} times {row['beside']}, now {now['ratio']:.2f}")
 
 
 def latest(results, machine):
     for path in sorted(results.glob("*.json"), reverse=True):
         result = json.loads(path.read_text(encoding="utf-8"))
-        if result["machine"]["processor"] == machine["processor"]:
+        # Results from before there were two builds have no list of them.
+        if result["machine"]["processor"] == machine["processor"] and "builds" in result:
             return path, result
     return None, None
 
@@ -109,18 +141,19 @@ def main():
     options.add_argument("--repetitions", type=int, default=9)
     arguments = options.parse_args()
 
-    build = arguments.root / "build" / "release"
+    builds = {name: arguments.root / "build" / name for name in performancepage.BUILDS}
     with open(arguments.root / "benchmarks" / "pairs.csv", encoding="utf-8", newline="") as table:
         pairs = [row for row in csv.DictReader(table) if arguments.only.lower() in ",".join(row.values()).lower()]
     if not pairs:
         sys.exit(f'No line of benchmarks/pairs.csv has "{arguments.only}" in it')
 
-    machine = performancepage.machine(build)
+    machine = performancepage.machine(builds["plain"])
     settle_down()
-    times = measure_all(pairs, build / "benchmarks", arguments.repetitions)
+    times = {name: measure_all(pairs, build, arguments.root, arguments.repetitions) for name, build in builds.items()}
     rows = join(pairs, times)
     for row in rows:
-        print(f"{row['ratio']:8.2f}  {row['what']} beside {row['beside']}")
+        ratios = " ".join(f"{found['ratio']:8.2f}" for found in row["builds"].values())
+        print(f"{ratios}  {row['what']} beside {row['beside']}")
 
     old_path, old = latest(arguments.results, machine)
     slower = list(regressions(rows, old)) if old else []
@@ -134,11 +167,11 @@ def main():
         now = datetime.datetime.now(datetime.timezone.utc)
         arguments.results.mkdir(parents=True, exist_ok=True)
         path = arguments.results / f"{now:%Y%m%dT%H%M%SZ}.json"
-        result = {"date": f"{now:%Y-%m-%d}", "machine": machine, "repetitions": arguments.repetitions, "rows": rows,
-                  "times": times}
+        result = {"date": f"{now:%Y-%m-%d}", "machine": machine, "repetitions": arguments.repetitions,
+                  "table": bool(os.environ.get("POSTAL_TABLE")), "builds": list(builds), "rows": rows, "times": times}
         path.write_text(json.dumps(result, indent=1, ensure_ascii=False), encoding="utf-8")
         performancepage.write(arguments.root / "docs", result)
-        print(f"Wrote docs/performance.md, docs/performance.svg and {path}")
+        print(f"Wrote docs/performance.md, its plots and {path}")
     return 1 if slower else 0
 
 

@@ -1,12 +1,20 @@
 # SPDX-License-Identifier: MIT
-"""The page and the plot of the benchmarks."""
+"""The page and the plots of the benchmarks."""
 import math
 import os
 import pathlib
 import platform
 import re
+import shlex
 import subprocess
 import xml.sax.saxutils
+
+# The presets that are measured, with what a reader of the page calls them.
+BUILDS = {"plain": "plain", "release": "as a whole"}
+
+# What a compiler says that it may use of a processor, weakest first for each.
+ABILITIES = {"__SSE2__": "SSE2", "__SSE4_2__": "SSE4.2", "__AVX2__": "AVX2", "__AVX512BW__": "AVX-512BW",
+             "__ARM_NEON": "NEON", "__VX__": "vector facility"}
 
 STYLE = """
     text { font: 13px system-ui, "Segoe UI", "Noto Sans", sans-serif; fill: #1f2328; }
@@ -46,6 +54,9 @@ def machine(build):
 
     compiler = cached("CMAKE_CXX_COMPILER")
     version = subprocess.run([compiler, "--version"], capture_output=True, text=True, check=True).stdout.splitlines()[0]
+    flags = shlex.split(f"{cached('CMAKE_CXX_FLAGS')} {cached('CMAKE_CXX_FLAGS_RELEASE')}")
+    macros = subprocess.run([compiler, *flags, "-dM", "-E", "-x", "c++", os.devnull], capture_output=True, text=True,
+                            check=True).stdout
     libraries = {
         "Qt": first(r'set\(PACKAGE_VERSION "([^"]+)"', f"{cached('Qt6_DIR')}/Qt6ConfigVersionImpl.cmake"),
         "ICU": first(r'define U_ICU_VERSION "([^"]+)"', f"{cached('ICU_INCLUDE_DIR')}/unicode/uvernum.h"),
@@ -57,7 +68,7 @@ def machine(build):
         "processors": os.cpu_count(),
         "system": first(r"^PRETTY_NAME=(.+)$", "/etc/os-release") or platform.platform(terse=True),
         "compiler": version,
-        "flags": "preset `release`: -O3, linked as a whole",
+        "abilities": [name for macro, name in ABILITIES.items() if f"#define {macro} " in macros],
         "libraries": ", ".join(f"{name} {found}" for name, found in libraries.items() if found),
         "load": os.getloadavg()[0] if hasattr(os, "getloadavg") else 0.0,
     }
@@ -81,8 +92,7 @@ def topics(rows):
     return found.items()
 
 
-def plot(result):
-    rows = result["rows"]
+def plot(rows):
     left, right, line, top = 430, 70, 21, 44
     width = 960
     # A figure stands beyond the end of its bar, hence the room.
@@ -137,26 +147,39 @@ def plot(result):
 def page(result):
     about, rows = result["machine"], result["rows"]
     slower = [row for row in rows if row["ratio"] < 1]
+    builds = result["builds"]
+    abilities = ", ".join(about["abilities"]) or "nothing beyond its baseline"
+    records = "of the postal code table" if result["table"] else "made up, of the shape of the postal code table"
     lines = [
         "# How fast it is",
         "",
         "<!-- Written by scripts/bench: change that, not this. -->",
         "",
-        "Each member beside what a user would call instead, on the same texts in the same run. A bar to the right is the number",
-        "of times the member is as fast, one to the left means that it is slower.",
+        "Each member beside what a user would call instead, on the same texts in the same run. Everything is measured in two",
+        "builds: *plain* is what a program gets that includes the tree (Release, no link-time optimisation), *as a whole* is the",
+        "preset `release`. A pair is judged by the worse of the two, which is also the length of its bar: to the right, the member",
+        "is so many times as fast; to the left, it is slower.",
         "",
         "![How many times as fast as what you would call instead](performance.svg)",
         "",
         f"{len(rows) - len(slower)} of {len(rows)} pairs are at least as fast as their neighbour.",
+    ]
+    if slower:
+        lines += ["", "## Slower than their neighbour", "", "| member | beside | times as fast | why |", "|---|---|--:|---|"]
+        lines += [f"| {row['what']} | {row['beside']} | {times(row['ratio'])} | {row['reason']} |" for row in slower]
+    lines += [
         "",
         "## Where and how",
         "",
         "| | |",
         "|---|---|",
         f"| machine | {about['processor']}, {about['processors']} processors |",
+        f"| abilities used | {abilities}: what the compiler takes for granted, and nothing is chosen at run time. "
+        "Qt, ICU and the C library choose more by themselves |",
         f"| system | {about['system']} |",
-        f"| compiler | {about['compiler']}, {about['flags']} |",
+        f"| compiler | {about['compiler']}, -O3 |",
         f"| libraries | {about['libraries']} |",
+        f"| records | {records} |",
         f"| date | {result['date']}, load of the machine at the start {about['load']:.1f} |",
         "| command | `scripts/bench` |",
         "",
@@ -164,19 +187,25 @@ def page(result):
         "random order, on one processor, in processor time. `scripts/bench` keeps what it measured outside the checkout and",
         "names what has become more than 10 % slower since the last run on the same processor.",
         "",
-        "Where the neighbour does less than the member, or something else, the last column says so.",
+        "Where the neighbour does less than the member, or something else, the last column says so. Its time is that of the plain",
+        "build.",
     ]
+    heads = " | ".join(BUILDS[build] for build in builds)
     for topic, members in topics(rows):
-        lines += ["", f"## {topic}", "", "| member | time | beside | time | times as fast | the neighbour |",
-                  "|---|--:|---|--:|--:|---|"]
+        lines += ["", f"## {topic}", "", f"| member | {heads} | beside | time | times, {heads.replace('| ', '| times, ')} | the neighbour |",
+                  f"|---|{'--:|' * len(builds)}---|--:|{'--:|' * len(builds)}---|"]
         for row in members:
+            found = [row["builds"][build] for build in builds]
             lines.append(
-                f"| {row['what']} | {duration(row['ours_ns'])} | {row['beside']} | {duration(row['theirs_ns'])} "
-                f"| {times(row['ratio'])} | {row['difference']} |")
+                f"| {row['what']} | {' | '.join(duration(one['ours_ns']) for one in found)} | {row['beside']} "
+                f"| {duration(found[0]['theirs_ns'])} | {' | '.join(times(one['ratio']) for one in found)} "
+                f"| {row['difference']} |")
     return "\n".join(lines) + "\n"
 
 
 def write(folder, result):
     folder.mkdir(exist_ok=True)
-    (folder / "performance.svg").write_text(plot(result), encoding="utf-8")
+    short = [row for row in result["rows"] if row["short"]]
+    (folder / "performance.svg").write_text(plot(result["rows"]), encoding="utf-8")
+    (folder / "performance-short.svg").write_text(plot(short), encoding="utf-8")
     (folder / "performance.md").write_text(page(result), encoding="utf-8")

@@ -17,7 +17,7 @@ const QString fullLetters = u"ヲァィゥェォャュョッーアイウエオ�
 
 constexpr QChar voiced(0xff9e), semiVoiced(0xff9f);
 
-// The rule word for word, without a thought for speed.
+// The rule step by step.
 QString byTheRule(const QString &text)
 {
     QString result;

@@ -134,7 +134,7 @@ void MessageCatalogueTest::indexOfValue()
 
     QCOMPARE(m_runtime.indexOfValue(list, value, from), index);
     checkMessageIs(message);
-    // The toolkit finds the same.
+    // Qt finds the same.
     QCOMPARE(int(list.indexOf(value, from)), index);
 
     if (from == 0) {

@@ -26,7 +26,7 @@ bool trailsBlank(const QString &text)
     return !text.isEmpty() && text.back().unicode() <= 0x20;
 }
 
-/// The rules of the two kinds word for word.
+/// The rules of the two kinds, step by step.
 QStringList recordByRule(const QString &line, bool commas)
 {
     QStringList fields;
@@ -194,7 +194,7 @@ void CsvRecordsTest::isCsvKindOfEveryCharacter()
         static const QString letters[] = {u"Cc"_s, u"Ssſ"_s, u"Vv"_s};
         QCOMPARE(found, letters[place]);
     }
-    // None becomes several of them, be it one code unit or two.
+    // No character becomes several of them, of one code unit or two.
     for (char32_t code = 0; code <= 0x10ffff; ++code) {
         const QString character = QString::fromUcs4(&code, 1);
         for (const QString &kind :
@@ -383,7 +383,7 @@ void CsvRecordsTest::splitRecord()
     m_runtime.splitRecord(list, line, kind);
     QCOMPARE(list, fields);
 
-    // What stood in the list leaves no trace, be it longer or shorter in elements and texts.
+    // The former elements leave no trace, whether they are more or fewer, longer or shorter.
     list = {u"something long enough to be seen"_s, u""_s, QString(), u"x"_s, u"y"_s, u"z"_s, u"xyz"_s};
     list[1].append(u"y"_s);
     list[4].append(u"\"\"\"\"   "_s);
@@ -524,7 +524,7 @@ void CsvRecordsTest::splitRecordLeavesOtherOwners()
     QCOMPARE(list, QStringList({u"x"_s, u"y"_s, u"z"_s}));
     QCOMPARE(element, u"2"_s);
 
-    // Neither is a text written that nobody may write.
+    // A text over constant characters is not written into.
     static const QChar constant[] = {u'a', u'b', u'c'};
     list[0] = QString::fromRawData(constant, 3);
     m_runtime.splitRecord(list, u"xyz,b"_s, csv);

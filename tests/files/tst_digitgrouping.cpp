@@ -188,13 +188,13 @@ void DigitGroupingTest::groupThousandsLeavesItsArgument()
     QString grouped = m_runtime.groupThousands(number);
     QCOMPARE(number, copy);
 
-    // A text that comes back as it was is nobody else's to change.
+    // Changing a text that was returned unchanged does not change the argument.
     const QString small = u"123"_s;
     grouped = m_runtime.groupThousands(small);
     grouped[0] = u'x';
     QCOMPARE(small, u"123"_s);
 
-    // A view without an end of its own is not read beyond its end.
+    // A text without a NUL behind it is not read beyond its end.
     const QString beyond = u"1234567"_s;
     QCOMPARE(m_runtime.groupThousands(QString::fromRawData(beyond.constData(), 4)), u"1,234"_s);
 }

@@ -148,7 +148,7 @@ void TextListsTest::splitByChar()
     m_runtime.splitByCharInto(list, text, separator);
     QCOMPARE(list, parts);
 
-    // What stood in the list leaves no trace, be it longer or shorter in elements and texts.
+    // The former elements leave no trace, whether they are more or fewer, longer or shorter.
     list = {u"something long enough to be seen"_s, u""_s, QString(), u"x"_s, u"y"_s, u"z"_s, u"xyz"_s};
     list[1].append(u"y"_s);
     m_runtime.splitByCharInto(list, text, separator);

@@ -304,7 +304,7 @@ void PlaceholdersTest::plainTextsAreShared()
 
 void PlaceholdersTest::textsEndWhereTheyEnd()
 {
-    // A text over somebody else's characters has no NUL behind it: here a letter stands there.
+    // A text over characters of another text has no NUL behind it, but a letter.
     const QString whole = u"a#S"_s;
     const QString part = QString::fromRawData(whole.constData(), 2);
     QCOMPARE(m_runtime.decodePlaceholders(part), u"a#"_s);
