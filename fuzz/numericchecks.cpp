@@ -138,7 +138,7 @@ void decimal(AppRuntime &runtime, const QString &text, QChar rule, int report)
         u"\\A[+-]?(nan|inf|infinity)\\z"_s, QRegularExpression::CaseInsensitiveOption
     );
     if (word.match(text.trimmed()).hasMatch())
-        return; // a number or not by the toolkit's version
+        return; // whether it is a number depends on the version of Qt
     const std::optional<double> read = text.isEmpty() ? 0.0 : decimalNumber(text);
     const bool negative = read && *read < 0.0 && rule == u'+';
     Fuzz::require(
@@ -183,7 +183,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
     bases(runtime, any, base, value, input.character());
 
     const QString text = someNumber(input);
-    // The toolkit reads a whole number up to the first NUL, and a decimal one to its end.
+    // Qt reads a whole number up to the first NUL, and a decimal number to its end.
     if (!text.contains(QChar::Null))
         whole(runtime, text, rule, standard, report);
     decimal(runtime, text, rule, report);

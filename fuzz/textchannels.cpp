@@ -48,7 +48,7 @@ bool hasMark(const QByteArray &bytes)
 /// The lines of a file without a mark. A character that the end of the file cuts off is none; a file of
 /// nothing else is one empty line.
 ///
-/// Nothing for a long file with bytes that are no character. The toolkit decodes in blocks, and where such
+/// Nothing for a long file with bytes that are no character. Qt decodes in blocks, and where such
 /// bytes end a block it drops the character behind them.
 std::optional<QStringList> linesOf(const QByteArray &bytes, QStringConverter::Encoding encoding)
 {

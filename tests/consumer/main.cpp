@@ -5,8 +5,8 @@
 
 int main(int argc, char **argv)
 {
-    int toolkitArgc = 1;
-    const QCoreApplication application(toolkitArgc, argv);
+    int qtArgc = 1;
+    const QCoreApplication application(qtArgc, argv);
     AppRuntime runtime(QStringLiteral("CONSUMER"), argc, argv);
     const QStringList &words = *runtime.arguments;
 

@@ -40,7 +40,7 @@ void AppRuntimeTest::construction_data()
     QTest::newRow("empty path") << QByteArrayList{"", "a"} << u""_s << QStringList{u"a"_s};
     QTest::newRow("empty arguments stay")
         << QByteArrayList{"p", "", "a", ""} << u"p"_s << QStringList{u""_s, u"a"_s, u""_s};
-    QTest::newRow("toolkit options stay")
+    QTest::newRow("options of Qt stay")
         << QByteArrayList{"p", "-style", "x", "-platform", "y", "-qmljsdebugger=port:1"} << u"p"_s
         << QStringList{u"-style"_s, u"x"_s, u"-platform"_s, u"y"_s, u"-qmljsdebugger=port:1"_s};
     QTest::newRow("kanji") << QByteArrayList{u"漢/字"_s.toLocal8Bit(), u"ｶﾅ😀"_s.toLocal8Bit()}

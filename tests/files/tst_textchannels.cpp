@@ -111,7 +111,7 @@ private Q_SLOTS:
     void writeToFullDevice();
 
     void openTakesTheMessage();
-    void closeSwallowsToolkitException();
+    void closeSwallowsExceptionOfQt();
     void closePassesOtherException();
     void closeStreamWithoutFile();
     void whatIsWrittenReadsBack();
@@ -428,7 +428,7 @@ void TextChannelsTest::readLastLineIsReplaced()
 }
 
 // The stream takes 16384 bytes at a time; nothing may be lost or doubled where a portion ends. Of what is no
-// UTF-8 there, the toolkit drops more than the rest of the time, so none stands here.
+// UTF-8 there, Qt drops more than the rest of the time, so none stands here.
 void TextChannelsTest::readAcrossPortions()
 {
     const QList<QByteArray> middles
@@ -644,7 +644,7 @@ void TextChannelsTest::writeMode()
     TextWriteChannel channel(&m_runtime);
     QVERIFY(channel.openWrite(path(u"out"_s), mode, u"UTF-8,U"_s));
     QCOMPARE(m_runtime.checkMessage, u"\"UTF-8\" not in('/')"_s);
-    // Only "OT" asks for an empty file; without "ADD" the toolkit empties it all the same.
+    // Only "OT" asks for an empty file; without "ADD" Qt empties it all the same.
     QCOMPARE(channel.file->openMode().testFlag(QIODevice::Append), appends);
     QVERIFY(channel.file->openMode().testFlag(QIODevice::WriteOnly));
     QVERIFY(!channel.file->openMode().testFlag(QIODevice::ReadOnly));
@@ -936,7 +936,7 @@ void TextChannelsTest::openTakesTheMessage()
     QCOMPARE(in.stream->encoding(), QStringConverter::Utf8);
 }
 
-void TextChannelsTest::closeSwallowsToolkitException()
+void TextChannelsTest::closeSwallowsExceptionOfQt()
 {
     QVERIFY(writeBytes(path(u"in"_s), "a\n"));
     TextReadChannel in(&m_runtime);

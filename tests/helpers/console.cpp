@@ -48,9 +48,9 @@ int main(int argc, char **argv)
     _setmode(0, _O_BINARY);
     _setmode(1, _O_BINARY);
 #endif
-    int toolkitArgc = 1;
-    char *toolkitArgv[] = {argv[0], nullptr};
-    const QCoreApplication application(toolkitArgc, toolkitArgv);
+    int qtArgc = 1;
+    char *qtArgv[] = {argv[0], nullptr};
+    const QCoreApplication application(qtArgc, qtArgv);
     AppRuntime runtime(QStringLiteral("CONSOLE"));
     const char *verb = argc > 1 ? argv[1] : "";
     const char *word = argc > 2 ? argv[2] : "";

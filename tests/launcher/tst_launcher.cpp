@@ -87,9 +87,9 @@ void LauncherTest::output_data()
                                    << QByteArray("no-such-program a b \n");
     QTest::newRow("an empty argument") << QStringList{missing, u""_s} << QByteArray("no-such-program  \n");
     QTest::newRow("blanks") << QStringList{u"a b"_s, u" c "_s} << QByteArray("a b  c  \n");
-    QTest::newRow("toolkit options") << QStringList{missing, u"-platform"_s, u"x"_s}
-                                     << QByteArray("no-such-program -platform x \n");
-    QTest::newRow("toolkit option first")
+    QTest::newRow("options of Qt") << QStringList{missing, u"-platform"_s, u"x"_s}
+                                   << QByteArray("no-such-program -platform x \n");
+    QTest::newRow("option of Qt first")
         << QStringList{u"-platform"_s, u"x"_s} << QByteArray("-platform x \n");
     QTest::newRow("line break") << QStringList{missing, u"a\nb"_s} << QByteArray("no-such-program a\nb \n");
 #ifdef Q_OS_WIN
@@ -130,7 +130,7 @@ void LauncherTest::arguments_data()
     QTest::newRow("two") << QStringList{u"a"_s, u"b"_s} << QStringList{u"a"_s, u"b"_s, u""_s};
     QTest::newRow("an empty one") << QStringList{u""_s, u"b"_s} << QStringList{u""_s, u"b"_s, u""_s};
     QTest::newRow("with a blank") << QStringList{u"a b"_s} << QStringList{u"a"_s, u"b"_s, u""_s};
-    QTest::newRow("toolkit options"
+    QTest::newRow("options of Qt"
     ) << QStringList{u"-style"_s, u"x"_s, u"-platform"_s, u"y"_s, u"-qmljsdebugger=port:1"_s, u"-reverse"_s}
       << QStringList{
              u"-style"_s, u"x"_s, u"-platform"_s, u"y"_s, u"-qmljsdebugger=port:1"_s, u"-reverse"_s, u""_s};
@@ -211,13 +211,13 @@ void LauncherTest::environment_data()
     row("wrong display", {u"DISPLAY=:4711"_s, u"WAYLAND_DISPLAY=nothing"_s});
     row("unknown platform plugin", {u"QT_QPA_PLATFORM=nothing"_s});
     row("plugins from elsewhere", {u"QT_PLUGIN_PATH=/nowhere"_s, u"QT_DEBUG_PLUGINS=1"_s});
-    row("all toolkit logging", {u"QT_LOGGING_RULES=*=true"_s, u"QT_FORCE_STDERR_LOGGING=1"_s});
+    row("all logging of Qt", {u"QT_LOGGING_RULES=*=true"_s, u"QT_FORCE_STDERR_LOGGING=1"_s});
     row("locale C", {u"LC_ALL=C"_s});
     row("locale POSIX", {u"LC_ALL=POSIX"_s, u"LANG=POSIX"_s});
     row("missing locale", {u"LC_ALL=ja_JP.SJIS"_s});
     row("broken locale", {u"LC_ALL=%%%"_s, u"LANG=."_s});
     row("no locale", {u"LC_ALL"_s, u"LANG"_s, u"LC_CTYPE"_s});
-    row("toolkit warnings fatal", {u"LC_ALL=C"_s, u"QT_FATAL_WARNINGS=1"_s});
+    row("warnings of Qt fatal", {u"LC_ALL=C"_s, u"QT_FATAL_WARNINGS=1"_s});
     row("no search path", {u"PATH"_s});
     row("empty search path", {u"PATH="_s});
     row("no home", {u"HOME"_s, u"TMPDIR=/nowhere"_s});

@@ -190,7 +190,7 @@ void LauncherFaultsTest::fewDescriptors()
     QFETCH(QString, fatal);
     QFETCH(bool, enough);
 
-    // The toolkit comments on a pipe that it cannot have, and with its first comment on a rule for comments.
+    // Qt warns of a pipe that it cannot have, and at its first warning also of a wrong rule for warnings.
     m_environment.insert(u"QT_LOGGING_RULES"_s, u"x=maybe"_s);
     m_environment.insert(fatal, u"1"_s);
     launch({m_arguments, u"x"_s}, [descriptors] {

@@ -31,7 +31,7 @@ private Q_SLOTS:
     void toInt();
     void toIntBase_data();
     void toIntBase();
-    void toIntFollowsTheToolkit();
+    void toIntFollowsQt();
     void validInt_data();
     void validInt();
     void validDouble_data();
@@ -174,14 +174,14 @@ void NumericChecksTest::toIntBase()
     m_runtime.checkMessage = u"old"_s;
     m_runtime.lastError = u"error"_s;
     m_runtime.convertOk = true;
-    QTest::failOnWarning(QRegularExpression(u".*"_s)); // the toolkit has some for bases
+    QTest::failOnWarning(QRegularExpression(u".*"_s)); // Qt has some for bases
     QCOMPARE(m_runtime.toIntBase(text, base), value);
     QCOMPARE(m_runtime.checkMessage, u"old"_s);
     QCOMPARE(m_runtime.lastError, u"error"_s);
     QVERIFY(m_runtime.convertOk);
 }
 
-void NumericChecksTest::toIntFollowsTheToolkit()
+void NumericChecksTest::toIntFollowsQt()
 {
     const QString alphabet = u"+-0123456789 \tabcxyzABCXYZ.,\u3000\uff11"_s + QChar(u'\0') + QChar(0xd800);
     QRandomGenerator random(20240102);

@@ -27,7 +27,7 @@ private Q_SLOTS:
     void text();
     void character_data();
     void character();
-    void negativePositionsAreTheToolkits();
+    void indexOfNegativePosition();
     void nothingStandsBehindTheText();
     void wholeText_data();
     void wholeText();
@@ -133,7 +133,7 @@ void SearchingTest::character()
     QTEST(m_runtime.lastIndexOf(text, wanted, from), "last");
 }
 
-void SearchingTest::negativePositionsAreTheToolkits()
+void SearchingTest::indexOfNegativePosition()
 {
     const QString text = u"abcab"_s, sub = u"ab"_s;
     for (const int from : {-1, -2, -3, -4, -5, -6, -7, -100, -most, least}) {

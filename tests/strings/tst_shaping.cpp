@@ -35,7 +35,7 @@ private Q_SLOTS:
     void replaceCharacter();
     void replaceText_data();
     void replaceText();
-    void replaceFollowsTheToolkit();
+    void replaceFollowsQt();
     void replaceInLongTexts();
     void argumentsOfEveryKind();
 
@@ -292,7 +292,7 @@ void ShapingTest::replaceText()
     QTEST(m_runtime.replace(text, before, after), "result");
 }
 
-void ShapingTest::replaceFollowsTheToolkit()
+void ShapingTest::replaceFollowsQt()
 {
     QRandomGenerator random(20240102);
     const auto word = [&random](int longest) {
