@@ -59,7 +59,7 @@ struct List {
         pageTotal = 0;
     }
 
-    QString amountText(qint64 amount) const
+    [[nodiscard]] QString amountText(qint64 amount) const
     {
         return runtime.groupThousands(QString::number(amount));
     }
