@@ -21,6 +21,7 @@
 #include <filesystem>
 #include <functional>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -177,13 +178,7 @@ void urlEncoding(Lines &lines)
         if (text.startsWith(u'-') || text.endsWith(u'-'))
             continue;
         for (const QString &before :
-             {u"http://"_s,
-              u"http://h/"_s,
-              u"http://h?"_s,
-              u"http://u@h:1/#"_s,
-              u"mailto:"_s,
-              u"file:"_s,
-              u"//"_s})
+             u"http:// http://h/ http://h? http://u@h:1/# mailto: file: //"_s.split(u' '))
             lines.add(text, lines.runtime.urlEncode(before + text, QString()));
     }
 }
@@ -194,55 +189,15 @@ QStringList nearNumbers()
     QStringList texts = textsOf(
         u"017afxXeE+-., \t_"_s + units({0, 0x2212, 0xff11, 0x661, 0xa0, 0x3000, 0xff0b, 0xff0d}), 3
     );
-    for (const QString &text :
-         {u"inf"_s,
-          u"INF"_s,
-          u"infinity"_s,
-          u"nan"_s,
-          u"NaN"_s,
-          u"nan(1)"_s,
-          u"1e308"_s,
-          u"1.8e308"_s,
-          u"1e309"_s,
-          u"4.9e-324"_s,
-          u"2e-324"_s,
-          u"1e-400"_s,
-          u"0x10"_s,
-          u"0X1f"_s,
-          u"0b11"_s,
-          u"0B2"_s,
-          u"0o17"_s,
-          u"017"_s,
-          u"08"_s,
-          u"1e"_s,
-          u"1e+"_s,
-          u"1e+5"_s,
-          u"1d5"_s,
-          u"1_000"_s,
-          u"1,000"_s,
-          u"1.5.2"_s,
-          u".5"_s,
-          u"5."_s,
-          u"0x1p3"_s,
-          u"0x1.8p1"_s,
-          u"2147483647"_s,
-          u"2147483648"_s,
-          u"4294967295"_s,
-          u"9223372036854775807"_s,
-          u"9223372036854775808"_s,
-          u"18446744073709551616"_s,
-          u"00000000000000000000000000000000000000000001"_s,
-          u"0.1000000000000000055511151231257827"_s,
-          u"9007199254740993"_s,
-          u"1.7976931348623158e308"_s,
-          u"2.2250738585072011e-308"_s,
-          u"123456789012345678901234567890"_s,
-          u"zz"_s,
-          u"7fffffff"_s,
-          u"80000000"_s,
-          u"1\uff11"_s,
-          u"1e1000000000000"_s,
-          u"\u221e"_s}) {
+    const QString words
+        = u"inf INF infinity nan NaN nan(1) 1e308 1.8e308 1e309 4.9e-324 2e-324 1e-400 0x10 0X1f "
+          u"0b11 0B2 0o17 017 08 1e 1e+ 1e+5 1d5 1_000 1,000 1.5.2 .5 5. 0x1p3 0x1.8p1 "
+          u"2147483647 2147483648 4294967295 9223372036854775807 9223372036854775808 "
+          u"18446744073709551616 00000000000000000000000000000000000000000001 "
+          u"0.1000000000000000055511151231257827 9007199254740993 1.7976931348623158e308 "
+          u"2.2250738585072011e-308 123456789012345678901234567890 zz 7fffffff 80000000 1\uff11 "
+          u"1e1000000000000 \u221e"_s;
+    for (const QString &text : words.split(u' ')) {
         for (const QString &sign : {u""_s, u"+"_s, u"-"_s, u" "_s, u"\u2212"_s, u"+-"_s})
             texts += {sign + text, sign + text + u' ', sign + text + QChar(u'\0')};
     }
@@ -293,36 +248,14 @@ void decimalNumbers(Lines &lines)
 /// Letters whose case is the same in every version of Unicode since long, and what makes the case difficult.
 QString casedLetters()
 {
-    QString letters = halves
-        + units(
-                          {0,
-                           0x149,
-                           0x1c5,
-                           0x1f0,
-                           0x345,
-                           0x587,
-                           0x1e96,
-                           0x1e9e,
-                           0x1fb3,
-                           0x1fbc,
-                           0x2126,
-                           0x212a,
-                           0x212b,
-                           0x2160,
-                           0x2170,
-                           0x24b6,
-                           0x24d0}
-        );
-    for (char16_t unit = 0x20; unit <= 0x17f; ++unit)
-        letters += QChar(unit);
-    for (char16_t unit = 0x386; unit <= 0x3ce; ++unit)
-        letters += QChar(unit);
-    for (char16_t unit = 0x400; unit <= 0x45f; ++unit)
-        letters += QChar(unit);
-    for (char16_t unit = 0xfb00; unit <= 0xfb06; ++unit)
-        letters += QChar(unit);
-    for (char16_t unit = 0xff10; unit <= 0xff9f; ++unit)
-        letters += QChar(unit);
+    QString letters = halves + units({0, 0x149, 0x1c5, 0x1f0, 0x345, 0x587, 0x1e96, 0x1e9e, 0x1fb3, 0x1fbc});
+    letters += u"\u2126\u212a\u212b\u2160\u2170\u24b6\u24d0"_s;
+    const std::pair<char16_t, char16_t> ranges[]
+        = {{0x20, 0x17f}, {0x386, 0x3ce}, {0x400, 0x45f}, {0xfb00, 0xfb06}, {0xff10, 0xff9f}};
+    for (const auto &[first, last] : ranges) {
+        for (char16_t unit = first; unit <= last; ++unit)
+            letters += QChar(unit);
+    }
     return letters;
 }
 
@@ -621,8 +554,8 @@ void arguments(Lines &lines)
         QDir::setCurrent(folder.path());
         lines.add(text, lines.runtime.runProgram(u"touch"_s, u"-- x"_s + text, QString(), true));
         lines.add(namesIn(folder.path()));
+        QDir::setCurrent(before);
     }
-    QDir::setCurrent(before);
 }
 
 } // namespace
