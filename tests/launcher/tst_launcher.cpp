@@ -63,7 +63,7 @@ void LauncherTest::launch(const QStringList &words)
 {
     m_process->setProcessEnvironment(m_environment);
     m_process->start(BuiltWith::launcher(), words);
-    QVERIFY(m_process->waitForFinished());
+    QVERIFY(m_process->waitForFinished(120'000)); // for a machine that has much else to do
 }
 
 void LauncherTest::verifyQuiet(const QByteArray &output)

@@ -284,7 +284,7 @@ void LauncherFaultsTest::fullDisk()
 
     m_process->setStandardOutputFile(name, QIODevice::Append);
     launch({m_arguments, u"x"_s});
-    QVERIFY(m_process->waitForFinished());
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
     QCOMPARE(m_process->readAllStandardError(), QByteArray());
     QCOMPARE(m_process->exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_process->exitCode(), 0);
@@ -346,7 +346,7 @@ void LauncherFaultsTest::gigabytes()
 
 void LauncherFaultsTest::harmlessSignals()
 {
-    const QStringList words{m_behave, u"nap"_s, u"1500"_s};
+    const QStringList words{m_behave, u"nap"_s, u"4000"_s};
     launch(words);
     QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
     const auto launcher = static_cast<pid_t>(m_process->processId());
@@ -475,7 +475,7 @@ void LauncherFaultsTest::signalAtAnyTime()
 void LauncherFaultsTest::signalIgnored()
 {
     // As nohup starts it.
-    const QStringList words{m_behave, u"nap"_s, u"1000"_s};
+    const QStringList words{m_behave, u"nap"_s, u"4000"_s};
     launch(words, [] { std::signal(SIGHUP, SIG_IGN); });
     QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
     QCOMPARE(kill(static_cast<pid_t>(noted().toLong()), SIGHUP), 0);
@@ -659,7 +659,7 @@ void LauncherFaultsTest::closedStreamsLeadNowhere()
                 close(descriptor);
         }
     });
-    QVERIFY(m_process->waitForFinished());
+    QVERIFY(m_process->waitForFinished(beforeTheBound));
     QCOMPARE(m_process->exitCode(), 0);
     const QByteArrayList targets = noted().split('\n');
     QCOMPARE(targets.size(), 4);
