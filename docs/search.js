@@ -96,6 +96,11 @@ document.addEventListener("DOMContentLoaded", () => {
         }
     })
 
+    // Both languages have the same sections.
+    document.getElementById("language").addEventListener("click", event => {
+        event.currentTarget.hash = location.hash
+    })
+
     // Columns drawn with kana need a font whose half and full widths are 1 to 2.
     for (const block of document.querySelectorAll("div.fragment, pre.fragment"))
         block.classList.toggle("wide", /[\u3000-\uffef]/.test(block.textContent))

@@ -35,7 +35,10 @@ HEADERS = [
     "fields/inputmode.h",
 ]
 # In the order of the contents; a page that is not named here stands behind these.
-GUIDE = "getting-started recipes errors files-and-records text-widths checking-input running-programs settings windows compatibility"
+GUIDE = (
+    "getting-started recipes errors files-and-records text-widths checking-input running-programs settings windows "
+    "compatibility"
+)
 
 # What Doxygen changes in a span of code goes through it as private characters.
 HIDDEN = {ord(" "): "\ue020", ord("%"): "\ue025", ord("'"): "\ue027", ord("\\"): "\ue05c"}
@@ -50,8 +53,8 @@ def hide_code(line):
 
 
 def spare_fields(text):
-    """The fields without a comment, each line as it stands."""
-    lines = text.splitlines()
+    """The fields of the table that have no comment, each line as it stands."""
+    lines = text.partition("\\name Fields")[2].splitlines()
     return [
         line
         for before, line in zip([""] + lines, lines)
@@ -63,8 +66,8 @@ def header(path):
     """Says to Doxygen what a reader of the header sees.
 
     A comment above several functions is for all of them, up to the next blank line; of overloads, the first has the
-    whole of it. The fields without a comment
-    are spare, and one list holds them all. The names of source files are of no use to a reader of the pages.
+    whole of it. The fields without a comment are spare, and one list holds them all. The names of source files are of
+    no use to a reader of the pages.
     """
     text = pathlib.Path(path).read_text(encoding="utf-8")
     text = re.sub(r"(/// \\name .*\n *///) [a-z]+/\w+\*?\.cpp(?s:.*?)\.(?=\s)", r"\1", text)
@@ -150,15 +153,6 @@ def all_pages():
     return pages
 
 
-class Failures:
-    def __init__(self):
-        self.count = 0
-
-    def add(self, text):
-        print(text, file=sys.stderr)
-        self.count += 1
-
-
 def link_target(target, page, pages, failures):
     if re.match(r"[a-z]+:", target):
         return target
@@ -181,7 +175,7 @@ def link_target(target, page, pages, failures):
         copy.parent.mkdir(parents=True, exist_ok=True)
         copy.write_bytes(source.read_bytes())
         return up + source.name
-    failures.add(f"{page.source}: the link to {target} leads nowhere")
+    failures.append(f"{page.source}: the link to {target} leads nowhere")
     return target
 
 
@@ -196,7 +190,7 @@ def link_members(element, page, members, failures):
             if name not in members:
                 if name == found[0]:
                     continue
-                failures.add(f"{page.source}: there is no {name}()")
+                failures.append(f"{page.source}: there is no {name}()")
                 continue
             parts.append((text[last : found.start()], found[0], up + members[name]))
             last = found.end()
@@ -274,7 +268,7 @@ def plain(element):
 
 
 def classes():
-    for compound in (made / "xml").glob("*.xml"):
+    for compound in sorted((made / "xml").glob("*.xml")):
         for definition in ET.parse(compound).getroot().iter("compounddef"):
             if definition.get("kind") in ("class", "struct"):
                 yield definition
@@ -333,7 +327,7 @@ def search_entries(pages):
 
 
 def prepare():
-    failures = Failures()
+    failures = []
     pages = all_pages()
     members = members_of_classes()
     inputs = {"en": [], "ja": []}
@@ -355,7 +349,7 @@ def prepare():
             fields += [m.findtext("name") for m in definition.iter("memberdef") if m.get("kind") == "variable"]
     for field in fields:
         if f"`{field}`" not in settings:
-            failures.add(f"docs/settings.md does not name {field}")
+            failures.append(f"docs/settings.md does not name {field}")
     return failures
 
 
@@ -411,7 +405,7 @@ def topics(text):
 
 
 def finish():
-    failures = Failures()
+    failures = []
     pages = all_pages()
     by_url = {page.url("en"): page for page in pages.values()}
     seen = set()
@@ -430,15 +424,15 @@ def finish():
 
         found = Codes(text)
         if found.language != ("ja" if japanese else "en"):
-            failures.add(f"{url}: the language is {found.language}")
+            failures.append(f"{url}: the language is {found.language}")
         if page:
             seen.add(url)
             expected = [span.text for span in page.tree.iter("code") if span.text]
             if found.spans != expected:
                 wrong = [pair for pair in zip(expected, found.spans) if pair[0] != pair[1]]
-                failures.add(f"{page.source}: code is changed on the site: {wrong[:1] or 'a span more or less'}")
+                failures.append(f"{page.source}: code is changed on the site: {wrong[:1] or 'a span more or less'}")
     for url in by_url.keys() - seen:
-        failures.add(f"{url} was not made")
+        failures.append(f"{url} was not made")
 
     shown = set()
     for path in [*site.glob("class*.html"), *site.glob("struct*.html")]:
@@ -449,7 +443,7 @@ def finish():
         for line in re.findall(r"///< (.*)", text):
             spans.update(span.text for span in markdown.tree(line).iter("code"))
         for span in sorted(spans - shown):
-            failures.add(f"{name}: `{span}` is changed on the site")
+            failures.append(f"{name}: `{span}` is changed on the site")
     return failures
 
 
@@ -469,11 +463,14 @@ def help_project():
         if path.suffix in (".html", ".css", ".png", ".svg", ".cpp") or path.name == "LICENSE":
             ET.SubElement(files, "file").text = path.relative_to(site).as_posix()
     english.write(site / "index.qhp", encoding="utf-8", xml_declaration=True)
-    return Failures()
+    return []
 
 
 if sys.argv[1] == "header":
     sys.stdout.reconfigure(encoding="utf-8")
     sys.stdout.write(header(sys.argv[2]))
 else:
-    sys.exit({"prepare": prepare, "help": help_project, "finish": finish}[sys.argv[1]]().count != 0)
+    found = {"prepare": prepare, "help": help_project, "finish": finish}[sys.argv[1]]()
+    for failure in found:
+        print(failure, file=sys.stderr)
+    sys.exit(len(found) > 0)
