@@ -323,7 +323,8 @@ public:
     /// `a/b?c=d#e`. A per cent code stays too, but that of a letter, a digit or one of `-._~` becomes the
     /// character: `%20%41` gives `%20A`. One per cent sign that begins no code makes them all plain
     /// characters, `%25`. A scheme and a host become lower-case ASCII. The empty text, and one that cannot be
-    /// a URL, such as `12:30` or `http://[a`, give the empty text.
+    /// a URL, such as `12:30` or `http://[a`, give the empty text. Versions of Qt differ on a host that is
+    /// not ASCII and begins or ends with `-`: newer ones give the empty text.
     QString urlEncode(const QString &text, const QString &encodingName);
 
     /// The text with each per cent code replaced by the byte it stands for, the whole then read as UTF-8:
@@ -749,7 +750,8 @@ public:
     /// @{
 
     /// The first occurrence at or after `from`; -1 from the end of the text on, but an empty `sub` is found
-    /// at `from` itself, the end included. What a negative `from` finds is what QString finds.
+    /// at `from` itself, the end included. A negative `from` counts from the end, -1 being the last unit.
+    /// From before the first unit a `sub` is not found, and a character is looked for in the whole text.
     [[nodiscard]] int indexOf(const QString &text, const QString &sub, int from) const;
     [[nodiscard]] int indexOf(const QString &text, QChar character, int from) const;
 
