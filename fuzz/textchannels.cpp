@@ -45,26 +45,22 @@ bool hasMark(const QByteArray &bytes)
         || bytes.startsWith(QByteArray("\0\0\xfe\xff", 4));
 }
 
-/// The lines of a file without a mark. A character that the end of the file cuts off is none; a file of
-/// nothing else is one empty line.
+/// The lines of a file without a mark. One that is not empty has a line.
 ///
-/// Nothing for a long file with bytes that are no character. Qt decodes in blocks, and where such
-/// bytes end a block it drops the character behind them.
+/// Nothing where bytes are no text of the code page: decoded at once they end the text, line by line they do
+/// not.
 std::optional<QStringList> linesOf(const QByteArray &bytes, QStringConverter::Encoding encoding)
 {
-    constexpr qsizetype block = 16384;
-
     if (bytes.isEmpty())
         return QStringList();
-    QStringDecoder decoder(encoding);
-    QString text = decoder(bytes);
-    if (decoder.hasError() && bytes.size() > block)
-        return std::nullopt;
 #ifdef Q_OS_WIN
-    // Decoded at once, bytes that the code page has no character for end the text; decoded in blocks, they do
-    // not.
+    QString text
+        = encoding == QStringConverter::Utf8 ? QString::fromUtf8(bytes) : QString::fromLocal8Bit(bytes);
     if (encoding == QStringConverter::System && text.toLocal8Bit() != bytes)
         return std::nullopt;
+#else
+    Q_UNUSED(encoding)
+    QString text = QString::fromUtf8(bytes);
 #endif
     QStringList lines = text.remove(u'\r').split(u'\n');
     if (lines.size() > 1 && lines.last().isEmpty())

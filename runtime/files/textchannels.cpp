@@ -4,11 +4,15 @@
 #include <runtime/core/systemname.h>
 #include <runtime/files/textchannels.h>
 
+#include <QByteArray>
 #include <QException>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringConverter>
 #include <QTextStream>
 
+#include <cstring>
+#include <optional>
 #include <utility>
 
 using namespace appruntime_internal;
@@ -17,9 +21,194 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+/// Bytes asked of the system at a time.
+constexpr qsizetype blockSize = 16384;
+
 /// Code units asked of a stream at a time. It holds on to what it was asked for, in a buffer that it may copy
 /// whenever it adds to it: a line of 100 MB in one go would take minutes.
 constexpr qint64 portion = 65536;
+
+/// Reads a line through the stream; false at its end.
+bool readLineFrom(QTextStream &stream, QString &line)
+{
+    if (!stream.readLineInto(&line, portion))
+        return false;
+    // A full portion is followed by the rest of the line, which is empty when the line end comes just then.
+    if (line.size() == portion) {
+        QString rest;
+        do {
+            stream.readLineInto(&rest, portion);
+            line += rest;
+        } while (rest.size() == portion);
+    }
+    return true;
+}
+
+/// The file of a read channel, which gives its lines itself.
+///
+/// A text stream decodes blocks of bytes. Where a broken character ends a block it drops what follows, a line
+/// end too. Here the bytes are cut at their line feeds first, and each line is decoded alone.
+///
+/// The stream on the file stays in step: the file's position is that of the next line, and what was read
+/// ahead are the stream's next bytes. Once somebody has read from the file by other means, the stream may
+/// hold text of its own, and all further lines come from it. So do those of a file that begins with the mark
+/// of UTF-16 or UTF-32, and those of a stream whose encoding the program has changed.
+class LineFile final : public QFile
+{
+public:
+    using QFile::QFile;
+
+    /// Reads the next line; false at the end of the file.
+    bool nextLine(QTextStream &stream, QString &line)
+    {
+        if (!m_started)
+            start(stream);
+        const bool first = !std::exchange(m_gaveLine, true);
+        bool ended = false;
+        if (m_shared || stream.encoding() != m_encoding) {
+            ended = !readLineFrom(stream, line);
+        } else {
+            ended = !cutLine(line) && line.isEmpty();
+        }
+        return !ended || (first && !m_empty); // a file of nothing but a mark has one empty line
+    }
+
+    bool seek(qint64 position) override
+    {
+        m_begin = m_end = 0;
+        m_started = false;
+        return QFile::seek(position);
+    }
+
+    [[nodiscard]] qint64 bytesAvailable() const override
+    {
+        // A position tells how much has been read of a file, but not of a pipe.
+        return QFile::bytesAvailable() + (isSequential() ? m_end - m_begin : 0);
+    }
+
+protected:
+    /// For everybody else. What was read ahead comes first.
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        m_shared = true;
+        m_gaveLine = m_gaveLine || !m_started;
+        if (m_begin == m_end)
+            return QFile::readData(data, maxSize);
+        const qsizetype count = qMin(m_end - m_begin, static_cast<qsizetype>(maxSize));
+        std::memcpy(data, m_bytes.constData() + m_begin, static_cast<size_t>(count));
+        m_begin += count;
+        return count;
+    }
+
+private:
+    /// Looks at what the file begins with, and at what the program has made of the stream before.
+    void start(QTextStream &stream)
+    {
+        m_started = true;
+        fill();
+        const auto marked = stream.autoDetectUnicode()
+            ? QStringConverter::encodingForData(QByteArrayView(m_bytes.constData(), m_end))
+            : std::nullopt;
+        if (marked == QStringConverter::Utf8) {
+            stream.setEncoding(QStringConverter::Utf8);
+            pass(3);
+        }
+        m_encoding = stream.encoding();
+        const bool system = m_encoding == QStringConverter::System;
+        if (m_encoding != QStringConverter::Utf8 && !system)
+            m_shared = true;
+        if (marked && marked != QStringConverter::Utf8)
+            m_shared = true;
+#ifdef Q_OS_WIN
+        // What the code page has no character for would end the text, were its decoder told that it is whole.
+        if (system) {
+            m_decoder = QStringDecoder(m_encoding, QStringConverter::Flag::ConvertInitialBom);
+            return;
+        }
+#endif
+        // On any other system the local encoding is UTF-8 as well.
+        m_decoder = QStringDecoder(
+            QStringConverter::Utf8,
+            QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom
+        );
+    }
+
+    /// Reads up to the next line feed, or to the end of the file; then it is false.
+    bool cutLine(QString &line)
+    {
+        qsizetype searched = 0;
+        do {
+            const QByteArrayView ahead(m_bytes.constData() + m_begin, m_end - m_begin);
+            const qsizetype size = ahead.indexOf('\n', searched);
+            if (size >= 0) {
+                decode(ahead.first(size), line);
+                pass(size + 1);
+                return true;
+            }
+            searched = m_end - m_begin;
+        } while (fill());
+        decode(QByteArrayView(m_bytes.constData() + m_begin, searched), line);
+        pass(searched);
+        return false;
+    }
+
+    /// Reads a block behind what is there; false when nothing comes.
+    bool fill()
+    {
+        const qsizetype left = m_end - m_begin;
+        const qsizetype wanted = left + blockSize;
+        if (m_bytes.size() > 64 * blockSize && wanted < 2 * blockSize) {
+            m_bytes = QByteArray(m_bytes.constData() + m_begin, left); // a long line is over
+        } else if (m_begin > 0) {
+            std::memmove(m_bytes.data(), m_bytes.constData() + m_begin, static_cast<size_t>(left));
+        }
+        m_begin = 0;
+        m_end = left;
+        if (m_bytes.size() < wanted)
+            m_bytes.resize(qMax(wanted, 2 * m_bytes.size()));
+        const qint64 count = QFile::readData(m_bytes.data() + left, blockSize);
+        if (count <= 0)
+            return false;
+        m_end += count;
+        m_empty = false;
+        return true;
+    }
+
+    /// Makes the text of a line, without its carriage returns.
+    void decode(QByteArrayView bytes, QString &line)
+    {
+        while (bytes.endsWith('\r'))
+            bytes.chop(1);
+        // By way of a text that stays, so that a line takes no more memory than it needs.
+        const qsizetype most = m_decoder.requiredSpace(bytes.size());
+        if (m_text.size() < most || m_text.size() > 64 * blockSize)
+            m_text = QString(most, Qt::Uninitialized);
+        m_decoder.resetState();
+        const QChar *end = m_decoder.appendToBuffer(m_text.data(), bytes);
+        line.setUnicode(m_text.constData(), end - m_text.constData());
+        if (bytes.contains('\r'))
+            line.remove(u'\r');
+    }
+
+    /// Goes past bytes that were read ahead.
+    void pass(qsizetype count)
+    {
+        m_begin += count;
+        if (!isSequential())
+            QIODevice::seek(QIODevice::pos() + count);
+    }
+
+    QByteArray m_bytes; ///< What was read ahead stands from `m_begin` up to `m_end`.
+    qsizetype m_begin{0};
+    qsizetype m_end{0};
+    QString m_text;
+    QStringDecoder m_decoder;
+    QStringConverter::Encoding m_encoding{QStringConverter::Utf8};
+    bool m_started{false};
+    bool m_gaveLine{false};
+    bool m_empty{true};   ///< No byte has come yet.
+    bool m_shared{false}; ///< Lines come from the stream.
+};
 
 /// A stream on the file in the encoding that a name stands for. There are two: the Japanese encodings rely on
 /// the system's code page, and an unknown name is no error.
@@ -31,8 +220,8 @@ std::unique_ptr<QTextStream> streamOn(QFile *file, AppRuntime &runtime, const QS
     return stream;
 }
 
-/// Opens the file without a word on standard error, where the toolkit complains of a pipe or device that is
-/// to be appended to, for that has no end to go to.
+/// Opens the file with nothing on standard error, where Qt complains of a pipe or device that is to be
+/// appended to: it has no end to go to.
 bool open(QFile &file, QIODevice::OpenMode mode)
 {
     const QString name = file.fileName();
@@ -77,7 +266,7 @@ bool TextReadChannel::openRead(const QString &newFileName, const QString &encodi
         return false;
     }
     fileName = newFileName;
-    file = std::make_unique<QFile>(fileName);
+    file = std::make_unique<LineFile>(fileName);
     if (!open(*file, QIODevice::ReadOnly | QIODevice::Text)) {
         runtime->lastError = "open read error("_L1 + fileName + u')';
         closeRead();
@@ -93,22 +282,13 @@ int TextReadChannel::readLine()
         runtime->lastError = u"not open read"_s;
         return 5;
     }
-    // Both words count. A file that holds no more than a byte order mark has no line to read, but is not at
-    // its end and so one empty line; a pipe that is empty for the moment says it is at its end, and has more.
-    const bool atEnd = stream->atEnd();
-    if (!stream->readLineInto(&line, portion)) {
-        line.clear();
-        return atEnd ? 1 : 0;
-    }
-    // A full portion is followed by the rest of the line, which is empty when the line end comes just then.
-    if (line.size() == portion) {
-        QString rest;
-        do {
-            stream->readLineInto(&rest, portion);
-            line += rest;
-        } while (rest.size() == portion);
-    }
-    return 0;
+    // What gives no line is at its end, whatever its size says: some files of the system have a size without
+    // bytes, and some cannot be read to their end. A program may have put a file of its own here.
+    auto *lines = dynamic_cast<LineFile *>(file.get());
+    if (lines != nullptr ? lines->nextLine(*stream, line) : readLineFrom(*stream, line))
+        return 0;
+    line.clear();
+    return 1;
 }
 
 void TextReadChannel::closeRead()
@@ -152,7 +332,7 @@ bool TextWriteChannel::openWrite(const QString &newFileName, const QString &mode
         lineEnd = runtime->checkIn(lineEndCode, u"U"_s) ? lfText : crlfText;
 
     file = std::make_unique<QFile>(fileName);
-    // Never with Text: it would make CR LF of the LF that a program asked for. Both words are always
+    // Never with Text: it would make CR LF of the LF that a program asked for. Both modes are always
     // compared, so that an open that fails leaves the mode in checkMessage.
     QIODevice::OpenMode openMode = QIODevice::WriteOnly;
     openMode.setFlag(QIODevice::Truncate, runtime->checkIn(kept, u"OT"_s));

@@ -34,10 +34,17 @@ class QTextStream;
 ///
 /// **What a file may hold.** A line ends at a line feed; the last one may go without. It may have any length.
 /// Every carriage return of the file is dropped, not only the one before a line feed: `a CR b` reads as `ab`.
-/// A NUL character is kept. Bytes that are no character of the encoding read as U+FFFD; where such bytes
-/// end a block of 16 KiB, the character behind them is lost. A byte order mark at the start is no part of the
-/// text, and what it says of the encoding (UTF-8, UTF-16 or UTF-32) goes before the name given to openRead().
-/// A file of nothing but a mark reads as one empty line.
+/// A NUL character is kept. A byte that is no character of UTF-8 reads as U+FFFD; it never takes a line end
+/// with it, in the local encoding neither. A byte order mark at the start is no part of the text, and what it
+/// says of the encoding (UTF-8, UTF-16 or UTF-32) goes before the name given to openRead(). A file of nothing
+/// but a mark reads as one empty line.
+///
+/// **Where a file ends.** A file that cannot be read further, as on a damaged disk, is at its end; a line
+/// that the error cuts is given. No member reports the error, `file->error()` does. A file or pipe that gets
+/// more later gives more lines later.
+///
+/// A program may read from `stream` itself. From then on readLine() takes its lines from the stream too, as
+/// Qt decodes them.
 class APPRUNTIME_EXPORT TextReadChannel
 {
 public:
@@ -88,9 +95,11 @@ public:
 /// \endcode
 ///
 /// **What reaches the file, and when.** Lines are gathered and handed to the system in portions, the last one
-/// when the channel is closed. Once the system refuses to take one, as on a full disk, the file keeps what it
-/// has taken and the lines that follow are dropped; no member reports that, the status of `stream` tells. No
-/// byte order mark is written. What is no character of the encoding, such as half of a surrogate pair, is
+/// when the channel is closed. Several programs that append to one file at a time tear lines where their
+/// portions end. Once the system refuses to take a portion, as on a full disk, the file keeps what it has
+/// taken and the lines that follow are dropped. No member reports that. `stream->status()` does, once a
+/// portion was refused: call `stream->flush()` before you look at it, and look before you close the channel.
+/// No byte order mark is written. What is no character of the encoding, such as half of a surrogate pair, is
 /// written as the encoding's replacement.
 class APPRUNTIME_EXPORT TextWriteChannel
 {

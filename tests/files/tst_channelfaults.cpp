@@ -11,6 +11,9 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <cstring>
+
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -34,6 +37,9 @@ private Q_SLOTS:
     void truncatedWhileReading();
     void truncatedWhileAppending();
     void appendedWhileReading();
+    void unreadable_data();
+    void unreadable();
+    void errorInTheMiddle();
     void fileNames_data();
     void fileNames();
 
@@ -271,6 +277,61 @@ void ChannelFaultsTest::appendedWhileReading()
     QCOMPARE(in.readLine(), 0); // the end was that of the moment
     QCOMPARE(in.line, u"late"_s);
     QCOMPARE(in.readLine(), 1);
+}
+
+void ChannelFaultsTest::unreadable_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("most"); // how many lines it may have
+
+    QTest::newRow("fewer bytes than its size") << u"/sys/class/net/lo/mtu"_s << 1;
+    QTest::newRow("invalid argument") << u"/sys/class/net/lo/speed"_s << 1;
+    QTest::newRow("input or output error") << u"/proc/self/mem"_s << 0;
+}
+
+// A file that cannot be read further is at its end, whatever size it has.
+void ChannelFaultsTest::unreadable()
+{
+    QFETCH(QString, name);
+    QFETCH(int, most);
+    if (!QFile::exists(name))
+        QSKIP("This system has no such file");
+
+    TextReadChannel in(&m_runtime);
+    QVERIFY(in.openRead(name, u"UTF-8"_s));
+    int lines = 0;
+    while (lines <= most && in.readLine() == 0)
+        ++lines;
+    QVERIFY(lines <= most);
+    QCOMPARE(in.readLine(), 1);
+    QCOMPARE(in.line, QString());
+    QCOMPARE(m_runtime.lastError, u"old"_s);
+}
+
+// The memory of this process, with three blocks that can be read and nothing behind them.
+void ChannelFaultsTest::errorInTheMiddle()
+{
+    if (!QFile::exists(u"/proc/self/mem"_s))
+        QSKIP("This system has no such file");
+    constexpr size_t size = 3 * 65536;
+    void *memory = mmap(nullptr, 2 * size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    QVERIFY(memory != MAP_FAILED);
+    QCOMPARE(munmap(static_cast<char *>(memory) + size, size), 0);
+    QByteArray bytes = QByteArray("0123456789\n").repeated(static_cast<qsizetype>(size) / 11 + 1);
+    bytes.truncate(static_cast<qsizetype>(size));
+    std::memcpy(memory, bytes.constData(), size);
+
+    TextReadChannel in(&m_runtime);
+    QVERIFY(in.openRead(u"/proc/self/mem"_s, u"UTF-8"_s));
+    QVERIFY(in.file->seek(static_cast<qint64>(reinterpret_cast<quintptr>(memory))));
+    QByteArrayList read;
+    while (read.size() < 100'000 && in.readLine() == 0)
+        read += in.line.toUtf8();
+    QCOMPARE(read.join('\n'), bytes); // the line that the error cuts comes once
+    QCOMPARE(in.readLine(), 1);
+    QCOMPARE(m_runtime.lastError, u"old"_s);
+    in.closeRead();
+    QCOMPARE(munmap(memory, size), 0);
 }
 
 void ChannelFaultsTest::fileNames_data()

@@ -88,6 +88,11 @@ private Q_SLOTS:
     void readAgain();
     void readLastLineIsReplaced();
     void readAcrossPortions();
+    void readBrokenAtBorders_data();
+    void readBrokenAtBorders();
+    void readBrokenLocalAtBorders();
+    void readBesideTheStream();
+    void readInAnotherEncoding();
     void readLongLines();
     void readVanishedFile();
     void readPipe();
@@ -242,6 +247,10 @@ void TextChannelsTest::read_data()
     row("character cut off by the line end", "a\xe6\xbc\nb\n", {u"a\ufffd\ufffd"_s, u"b"_s});
     row("overlong form", "\xc0\xaf\n", {u"\ufffd\ufffd"_s});
     row("surrogate in three bytes", "\xed\xa0\x80\n", {u"\ufffd\ufffd\ufffd"_s});
+    row("character cut off by the end", "a\n\xe6\xbc", {u"a"_s, u"\ufffd\ufffd"_s});
+    row("CR alone", "\r", {u""_s});
+    row("CR behind the last line", "a\n\r", {u"a"_s});
+    row("byte order mark of UTF-16 alone", "\xff\xfe", {u""_s});
     row("invalid byte after a NUL", "\0\xff\n"_ba, {nul + u"\ufffd"_s});
 }
 
@@ -427,8 +436,7 @@ void TextChannelsTest::readLastLineIsReplaced()
     QCOMPARE(channel.line, u"c"_s);
 }
 
-// The stream takes 16384 bytes at a time; nothing may be lost or doubled where a portion ends. Of what is no
-// UTF-8 there, Qt drops more than the rest of the time, so none stands here.
+// The system is asked for 16384 bytes at a time; nothing may be lost or doubled where a block ends.
 void TextChannelsTest::readAcrossPortions()
 {
     const QList<QByteArray> middles
@@ -444,7 +452,123 @@ void TextChannelsTest::readAcrossPortions()
     }
 }
 
-// The channel itself takes long lines in pieces of 65536 code units.
+void TextChannelsTest::readBrokenAtBorders_data()
+{
+    QTest::addColumn<QByteArray>("broken");
+
+    QTest::newRow("lead byte of two") << "\xc3"_ba;
+    QTest::newRow("lead byte of three") << "\xe3"_ba;
+    QTest::newRow("two of three") << "\xe3\x81"_ba;
+    QTest::newRow("lead byte of four") << "\xf0"_ba;
+    QTest::newRow("two of four") << "\xf0\xa0"_ba;
+    QTest::newRow("three of four") << "\xf0\xa0\x80"_ba;
+    QTest::newRow("two lead bytes") << "\xe3\xe3"_ba;
+    QTest::newRow("cut and whole") << "\xe3\x81\xe3\x81\x82"_ba;
+    QTest::newRow("whole and cut") << "\xe3\x81\x82\xe3\x81"_ba;
+    QTest::newRow("continuation bytes") << "\x81\x82\x83\x84"_ba;
+    QTest::newRow("overlong") << "\xe0\x80\xaf"_ba;
+    QTest::newRow("surrogate") << "\xed\xa0\x80"_ba;
+    QTest::newRow("past the last character") << "\xf4\x90\x80\x80"_ba;
+    QTest::newRow("never a byte") << "\xff\xfe\xc0\xf8"_ba;
+    QTest::newRow("Shift-JIS") << "\x8a\xbf\x8e\x9a"_ba;
+    QTest::newRow("EUC-JP") << "\xb4\xc1\xbb\xfa"_ba;
+    QTest::newRow("carriage return inside") << "\xe3\r\x81\x82"_ba;
+    QTest::newRow("byte order mark") << "\xef\xbb\xbf\xef\xbb"_ba;
+}
+
+// A broken byte costs itself. What the whole file says, decoded at once, is what its lines say.
+void TextChannelsTest::readBrokenAtBorders()
+{
+    QFETCH(QByteArray, broken);
+    QStringList wrong;
+    for (const int border : {16384, 65536}) {
+        for (int before = border - 14; before <= border + 16; ++before) {
+            for (const QByteArray &behind : {"\nb,c\r\nd"_ba, "\r\nb\n"_ba, ",b\nc"_ba, ""_ba}) {
+                const QByteArray bytes = QByteArray(before, 'a') + broken + behind;
+                QVERIFY(writeBytes(path(u"in"_s), bytes));
+                QString text = QString::fromUtf8(bytes);
+                QStringList lines = text.remove(u'\r').split(u'\n');
+                if (lines.last().isEmpty())
+                    lines.removeLast();
+                if (linesOf(path(u"in"_s), u"UTF-8"_s) != lines)
+                    wrong += u"%1 %2"_s.arg(before).arg(QString::fromLatin1(behind.toHex()));
+            }
+        }
+    }
+    QCOMPARE(wrong, QStringList());
+}
+
+void TextChannelsTest::readBrokenLocalAtBorders()
+{
+    // A byte that is the first of two in many code pages, and half a character in UTF-8.
+    for (int before = 16384 - 3; before <= 16384 + 1; ++before) {
+        QVERIFY(writeBytes(path(u"in"_s), QByteArray(before, 'a') + "\x8a\nb\n"));
+        const QStringList lines = linesOf(path(u"in"_s), u"SJIS"_s);
+        QCOMPARE(lines.size(), 2);
+        QVERIFY(lines[0].startsWith(QString(before, u'a')));
+        QCOMPARE(lines[1], u"b"_s);
+    }
+}
+
+// A program may read from the stream, too: it goes on where the channel is, and the channel where it is.
+void TextChannelsTest::readBesideTheStream()
+{
+    const QByteArray line = "0123456789\r\n";
+    QVERIFY(writeBytes(path(u"in"_s), line.repeated(5000) + "last"));
+    TextReadChannel channel(&m_runtime);
+    QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
+    for (int i = 0; i < 2000; ++i)
+        QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.stream->pos(), 2000 * line.size());
+    QVERIFY(!channel.stream->atEnd());
+    QCOMPARE(channel.stream->readLine(), u"0123456789"_s);
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"0123456789"_s);
+    int lines = 2002;
+    while (!channel.stream->atEnd() && channel.readLine() == 0)
+        ++lines;
+    QCOMPARE(lines, 5001);
+    QCOMPARE(channel.line, u"last"_s);
+    QCOMPARE(channel.readLine(), 1);
+
+    QVERIFY(channel.stream->seek(0));
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"0123456789"_s);
+    channel.closeRead();
+
+    QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
+    QCOMPARE(channel.readLine(), 0);
+    QVERIFY(channel.stream->seek(5));
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"56789"_s);
+    QCOMPARE(channel.stream->readAll().count(u'\n'), 4999);
+    QCOMPARE(channel.readLine(), 1);
+    channel.closeRead();
+
+    QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
+    QCOMPARE(channel.file->readAll().size(), 5000 * line.size() - 5000 + 4);
+    QCOMPARE(channel.readLine(), 1);
+}
+
+void TextChannelsTest::readInAnotherEncoding()
+{
+    QVERIFY(writeBytes(path(u"in"_s), "a\xe9\nb\xe9\n"));
+    TextReadChannel channel(&m_runtime);
+    QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
+    channel.stream->setEncoding(QStringConverter::Latin1);
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"a\u00e9"_s);
+    channel.closeRead();
+
+    QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"a\ufffd"_s);
+    channel.stream->setEncoding(QStringConverter::Latin1);
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"b\u00e9"_s);
+}
+
+// A stream is asked for long lines in pieces of 65536 code units.
 void TextChannelsTest::readLongLines()
 {
     for (const int length : {65535, 65536, 65537, 2 * 65536 - 1, 2 * 65536, 2 * 65536 + 1}) {
