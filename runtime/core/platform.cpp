@@ -2,6 +2,7 @@
 #include <runtime/core/appruntime.h>
 #include <runtime/core/boundedrun.h>
 #include <runtime/strings/blanks.h>
+#include <runtime/strings/casemapping.h>
 
 using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
@@ -36,7 +37,7 @@ void AppRuntime::setupPlatform(const QString &name)
     serviceName = versionPrefix + "QUBLE"_L1 + u'C';
 
     hostName = queryHostName();
-    hostNameUpper = hostName.toUpper();
+    hostNameUpper = upperCased(hostName);
     hostKey = hostNameUpper;
     hostKey.replace(u'-', u'_');
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <runtime/core/owncopy.h>
+#include <runtime/strings/casemapping.h>
 
 using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
@@ -12,7 +13,7 @@ QString AppRuntime::normaliseEncodingName(const QString &name)
     if (checkIn(kept, u"/"_s))
         return u"Shift-JIS"_s;
 
-    const QString upper = kept.toUpper();
+    const QString upper = upperCased(kept);
     if (checkIn(upper, u"UTF8"_s, u"UTF-8"_s, u"UTF_8"_s, QString()))
         return u"UTF-8"_s;
     if (checkIn(upper, u"EUCJP"_s, u"EUC-JP"_s, u"EUC_JP"_s))

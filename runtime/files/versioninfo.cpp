@@ -2,13 +2,15 @@
 #include <runtime/core/appruntime.h>
 #include <runtime/files/textchannels.h>
 #include <runtime/files/versioninfo.h>
+#include <runtime/strings/casemapping.h>
 
+using namespace appruntime_internal;
 using namespace Qt::StringLiterals;
 
 int VersionInfo::writeVersionFile(const QStringList &arguments)
 {
     const auto asksForVersion = [this](const QString &word) {
-        return runtime->checkIn(word.toUpper(), u"VERSION"_s);
+        return runtime->checkIn(upperCased(word), u"VERSION"_s);
     };
     if (arguments.size() != 2 || !asksForVersion(arguments[0]) || !asksForVersion(arguments[1]))
         return 0;

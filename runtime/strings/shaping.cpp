@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <runtime/strings/blanks.h>
+#include <runtime/strings/casemapping.h>
 
 using namespace appruntime_internal;
 
@@ -56,12 +57,12 @@ QString AppRuntime::padRight(const QString &text, int width) const
 
 QString AppRuntime::toUpper(const QString &text) const
 {
-    return text.toUpper();
+    return upperCased(text);
 }
 
 QString AppRuntime::toLower(const QString &text) const
 {
-    return text.toLower();
+    return lowerCased(text);
 }
 
 QString AppRuntime::replace(const QString &text, QChar before, QChar after) const
@@ -71,8 +72,8 @@ QString AppRuntime::replace(const QString &text, QChar before, QChar after) cons
 
 QString AppRuntime::replace(const QString &text, const QString &before, const QString &after) const
 {
-    // QString::replace() moves the rest of the text once for every thousand hits or so. That is the fastest
-    // way in a short text, and takes seconds in a long one.
+    // QString::replace() moves the rest of the text once for every thousand hits or so. That is fastest in a
+    // short text, and takes seconds in a long one.
     constexpr qsizetype longText = 65'536;
     if (text.size() < longText)
         return QString(text).replace(before, after);

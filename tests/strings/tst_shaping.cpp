@@ -4,6 +4,7 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+#include <iterator>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void padLikeOneAtATime();
     void changeCase_data();
     void changeCase();
+    void changeCaseOfLongTexts();
     void replaceCharacter_data();
     void replaceCharacter();
     void replaceText_data();
@@ -213,6 +215,16 @@ void ShapingTest::changeCase_data()
     QTest::newRow("kana and kanji") << u"ァ漢"_s << u"ァ漢"_s << u"ァ漢"_s;
     QTest::newRow("letters outside the basic plane") << u"\U00010428"_s << u"\U00010400"_s << u"\U00010428"_s;
     QTest::newRow("lone surrogate") << lone + u'a' << lone + u'A' << lone + u'a';
+    QTest::newRow("longer than a piece") << QString(5000, u'a') << QString(5000, u'A') << QString(5000, u'a');
+    QTest::newRow("change far behind")
+        << QString(5000, u'1') + u'b' << QString(5000, u'1') + u'B' << QString(5000, u'1') + u'b';
+    // Half a minute each where the rest of the text is moved for every character.
+    QTest::newRow("a million sharp s")
+        << QString(1'000'000, u'ß') << QString(2'000'000, u'S') << QString(1'000'000, u'ß');
+    QTest::newRow("a million ligatures")
+        << QString(1'000'000, u'ﬃ') << u"FFI"_s.repeated(1'000'000) << QString(1'000'000, u'ﬃ');
+    QTest::newRow("a million dotted capitals")
+        << QString(1'000'000, u'İ') << QString(1'000'000, u'İ') << u"i\u0307"_s.repeated(1'000'000);
 }
 
 void ShapingTest::changeCase()
@@ -221,6 +233,37 @@ void ShapingTest::changeCase()
 
     QTEST(m_runtime.toUpper(text), "upper");
     QTEST(m_runtime.toLower(text), "lower");
+}
+
+void ShapingTest::changeCaseOfLongTexts()
+{
+    // A text of several pieces becomes what QString makes of it as a whole: pairs stand across the ends of
+    // the pieces, lone surrogates before and behind the first character that changes, and at the end.
+    const QString letters = u"aZSsßŉǰΐﬀﬃıİςσΣéÀ漢ｱ1 \u0149\u0345\u0307\ufffd"_s;
+    const QString others = u"12漢字"_s;
+    const char16_t halves[] = {0xd800, 0xd801, 0xd83a, 0xdbff, 0xdc00, 0xdc28, 0xdd22, 0xdfff};
+    QRandomGenerator random(20261121);
+    for (int round = 0; round < 600; ++round) {
+        const int size = random.bounded(1000, 4200);
+        // Nothing changes in the first part, which may be all.
+        const int unchanged = round % 3 == 0 ? 0 : random.bounded(size + 1000);
+        const int halvesInHundred = round % 5 * 25;
+        QString text;
+        for (int i = 0; i < size; ++i) {
+            if (random.bounded(100) < halvesInHundred)
+                text += QChar(halves[random.bounded(int(std::size(halves)))]);
+            else if (i < unchanged)
+                text += others[random.bounded(int(others.size()))];
+            else
+                text += letters[random.bounded(int(letters.size()))];
+        }
+        QVERIFY(m_runtime.toUpper(text) == text.toUpper());
+        QVERIFY(m_runtime.toLower(text) == text.toLower());
+    }
+    // A run of high halves that is longer than a piece, in front of a letter and at the end.
+    const QString run(3000, QChar(0xd801));
+    for (const QString &text : {u"a"_s + run + u'A', run + u"aA"_s, u"aA"_s + run, run})
+        QVERIFY(m_runtime.toUpper(text) == text.toUpper() && m_runtime.toLower(text) == text.toLower());
 }
 
 void ShapingTest::replaceCharacter_data()
