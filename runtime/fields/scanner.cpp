@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/strings/casemapping.h>
 #include <runtime/strings/firstof.h>
 
 #include <algorithm>
@@ -13,19 +14,19 @@ namespace
 
 constexpr QChar quote = u'\'';
 
-/// The position of a cursor that may stand anywhere, as an index of the text or its end.
+/// The cursor's position, moved into the text where it stands outside.
 qsizetype startOf(const ScanCursor &cursor, QStringView text)
 {
     return std::clamp<qsizetype>(cursor.position, 0, text.size());
 }
 
-/// Index of the first delimiter at or after `from` that does not stand in quotes, or -1. A quote only ever
-/// opens or closes a quoted stretch, also where the caller counts it among the delimiters.
+/// Index of the first delimiter at or after `from` that is not in quotes, or -1. A quote is never a
+/// delimiter, even if the caller lists it as one.
 qsizetype indexOfDelimiter(QStringView text, QStringView delimiters, qsizetype from)
 {
     qsizetype found = indexOfFirst(text, delimiters, from);
     while (from < text.size()) {
-        // Nothing behind the delimiter is looked at, or a text of many tokens would be read once for each.
+        // Looks no further than the delimiter, or a text of many tokens would be read once for each.
         const qsizetype last = std::min(found, text.size() - 1);
         const qsizetype opening = text.first(last + 1).indexOf(quote, from);
         if (opening < 0)
@@ -40,19 +41,41 @@ qsizetype indexOfDelimiter(QStringView text, QStringView delimiters, qsizetype f
     return -1;
 }
 
-/// The beginning of `text` that decides whether its upper-cased form begins with `upperKeyword`: a rest of a
-/// megabyte is not converted for a word of six letters.
-QStringView decidingPart(QStringView text, QStringView upperKeyword)
+/// Whether the text in upper case begins with the keyword in upper case.
+///
+/// A rest of a megabyte is not converted for a word of six letters: upper-casing turns one character after
+/// the other, and none into fewer code units than it had.
+bool beginsWithKeyword(QStringView text, const QString &keyword)
 {
-    // Upper-casing turns one character after the other, and none into fewer code units than it had; only the
-    // halves of a pair must stay together.
+    const auto upperAscii = [](QChar unit) {
+        return unit >= u'a' && unit <= u'z' ? QChar(char16_t(unit.unicode() - u'a' + u'A')) : unit;
+    };
+    // ASCII, as nearly every keyword is, needs no copy.
+    const qsizetype both = std::min(text.size(), keyword.size());
+    qsizetype same = 0;
+    while (same < both && text[same] < u'\u0080' && upperAscii(text[same]) == upperAscii(keyword[same]))
+        ++same;
+    if (same == keyword.size())
+        return true;
+    if (same == text.size() || (text[same] < u'\u0080' && keyword[same] < u'\u0080'))
+        return false;
+
+    const QString upperKeyword = upperCased(keyword);
     qsizetype size = std::min(upperKeyword.size(), text.size());
-    if (size > 0 && size < text.size() && text[size - 1].isHighSurrogate())
+    if (size < text.size() && text[size - 1].isHighSurrogate())
         ++size;
-    // Behind a high half without its low one the toolkit takes other characters for halves, and what becomes
-    // of them depends on the whole text.
-    const QStringView part = text.first(size);
-    return part.isValidUtf16() ? part : text;
+    const QString part = text.first(size).toString();
+    QString upperPart = upperCased(part);
+    // Behind a character that changes, QString makes U+FFFD of a lone surrogate, but not of the high ones at
+    // the end of a text, unless a character before them became several. Here the end is that of the whole
+    // text.
+    const auto isHigh = [](QChar unit) {
+        return unit.isHighSurrogate();
+    };
+    if (isHigh(part.back()) && upperPart != part
+        && (upperPart.size() > size || !std::all_of(text.begin() + size, text.end(), isHigh)))
+        upperPart = upperCased(part + u' ');
+    return upperPart.startsWith(upperKeyword);
 }
 
 } // namespace
@@ -73,13 +96,11 @@ bool AppRuntime::acceptKeyword(ScanCursor &cursor, const QString &keyword, const
     if (begin == text.size())
         return false;
 
-    const QString upperKeyword = keyword.toUpper();
-    const QStringView rest = QStringView(text).sliced(begin);
-    if (!decidingPart(rest, upperKeyword).toString().toUpper().startsWith(upperKeyword))
+    if (!beginsWithKeyword(QStringView(text).sliced(begin), keyword))
         return false;
 
-    // By the keyword's length, also where case mapping changed it: past "ß", which accepts "SS", that may be
-    // one unit too far. Positions past the end count as the end everywhere.
+    // Moves by the keyword's length, also where upper-casing changed it: past "ß", which accepts "SS", by one
+    // unit too many. A position past the end counts as the end everywhere.
     cursor.position = static_cast<qint32>(begin + keyword.size());
     return true;
 }
@@ -106,8 +127,8 @@ bool AppRuntime::nextToken(
     bool store
 )
 {
-    // Everything is taken before anything is written: the text under scan may be the token of the call
-    // before, and tokens, cursors and delimiters parts of one record.
+    // Reads everything before it writes anything: the text may be the token of the last call, and token,
+    // cursor and delimiter may be parts of one record.
     const qsizetype start = startOf(cursor, text);
     const qsizetype found = indexOfDelimiter(text, delimiters, start);
     const bool ended = found < 0;

@@ -93,6 +93,7 @@ private Q_SLOTS:
     void nextTokenOfManyTokensIsLinear();
     void acceptKeyword_data();
     void acceptKeyword();
+    void acceptKeywordInWordsWithHalves();
     void acceptKeywordAgainstLiteralForm();
     void sharedScan();
     void sharedScanOfNoText();
@@ -457,9 +458,20 @@ void ScannerTest::acceptKeyword_data()
     row("lone low half", low + u"x"_s, QString(low) + u"X"_s, 0, 2);
     row("lone high half at the end", u"x"_s + high, u"X"_s + high, 0, 2);
     row("behind a lone high half", high + u"x"_s, high + u"x"_s, 0, 2);
+    row("lone high half behind a change", u"a"_s + high + u"b"_s, u"A\ufffd"_s, 0, 2);
+    row("lone high half behind a change as itself", u"a"_s + high + u"b"_s, u"A"_s + high, 0, -1);
+    row("lone high half behind no change", u"A"_s + high + u"b"_s, u"A"_s + high, 0, 2);
+    row("lone high half behind a change at the end", u"a"_s + high, u"A"_s + high, 0, 2);
+    row("run of high halves up to the end", u"a"_s + high + high + high, u"A"_s + high, 0, 2);
+    row("run of high halves before a letter", u"a"_s + high + high + u'x', u"A\ufffd"_s, 0, 2);
+    row("run of high halves before a low one", u"a"_s + high + high + low, u"A\ufffd"_s + high + low, 0, 4);
+    row("high half at the end behind a longer one", u"ß"_s + high, u"SS\ufffd"_s, 0, 3);
+    row("high half at the end behind a longer one as itself", u"ß"_s + high, u"SS"_s + high, 0, -1);
     row("lone high half alone before a pair", high + u"𐐨"_s, QString(high), 0, 1);
 
     row("very long rest", u" order"_s + QString(1'000'000, u'x'), u"ORDER"_s, 0, 6);
+    row("very many sharp s", QString(500'000, u'ß'), QString(1'000'000, u's'), 0, 1'000'000);
+    row("very many high halves", u"a"_s + QString(1'000'000, high) + u'x', u"A\ufffd"_s, 0, 2);
     row("very many blanks", QString(1'000'000, u' ') + u"x"_s, u"x"_s, 0, 1'000'001);
     row("very long keyword", QString(1'000'000, u'x'), QString(1'000'000, u'X'), 0, 1'000'000);
     row("very long keyword one short", QString(999'999, u'x'), QString(1'000'000, u'X'), 0, -1);
@@ -499,6 +511,22 @@ void ScannerTest::acceptKeyword()
         QCOMPARE(m_runtime.acceptKeyword(keyword, text), accepted);
     QCOMPARE(m_runtime.scanCursor->position, left);
     checkUntouched(u"error"_s);
+}
+
+void ScannerTest::acceptKeywordInWordsWithHalves()
+{
+    // More than a minute where the whole rest is converted for a word.
+    constexpr int words = 100'000;
+    m_runtime.setScanText((u"a"_s + high + u"x,"_s).repeated(words));
+    int accepted = 0, tokens = 0;
+    ScanCursor token;
+    do {
+        accepted += m_runtime.acceptKeyword(u"A\ufffd"_s) ? 1 : 0;
+        accepted += m_runtime.acceptKeyword(u"b\ufffd"_s) ? 1 : 0;
+        ++tokens;
+    } while (m_runtime.nextToken(token, u","_s));
+    QCOMPARE(accepted, words);
+    QCOMPARE(tokens, words + 1);
 }
 
 void ScannerTest::acceptKeywordAgainstLiteralForm()
