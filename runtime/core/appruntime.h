@@ -678,7 +678,7 @@ public:
     ///
     /// Columns count as charDisplayWidth() does with the default classes, whatever the class fields hold: 1
     /// for U+0000 to U+007F and half-width katakana, 2 for a surrogate pair and all others, 0 for a low
-    /// surrogate alone. A column count below 0 counts as 0.
+    /// surrogate alone. A column count below 0 gives the empty text.
     /// @{
 
     /// The longest beginning of the text that takes at most `columns` columns; it ends in no half pair.

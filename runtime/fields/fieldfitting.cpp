@@ -10,12 +10,27 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Columns of a code unit. Stored values are cut alike in every program, so this follows the default classes
-/// and not the fields that a program may have set for itself.
+/// Columns of a code unit by the default classes. The fields that a program may set do not count: stored
+/// values are cut alike in every program.
 constexpr int columnsOfUnit(char16_t unit)
 {
     const bool low = unit >= 0xdc00 && unit <= 0xdfff;
     return 2 - 2 * int(low) - int(isOneColumn(unit));
+}
+
+/// Columns of that many units. Without a branch, so that a compiler makes vector code of it.
+qsizetype columnsOfUnits(const char16_t *units, qsizetype count)
+{
+    constexpr qsizetype most = 0x4000; // whose columns fit in 16 bits
+    qsizetype columns = 0;
+    for (qsizetype begin = 0; begin < count; begin += most) {
+        const qsizetype end = std::min(begin + most, count);
+        quint16 taken = 0;
+        for (qsizetype i = begin; i < end; ++i)
+            taken = static_cast<quint16>(taken + columnsOfUnit(units[i]));
+        columns += taken;
+    }
+    return columns;
 }
 
 /// Code units of the longest beginning of the text that takes no more than `columns` columns.
@@ -23,23 +38,25 @@ constexpr int columnsOfUnit(char16_t unit)
 /// A low surrogate takes no column, so the cut never falls before one: pairs stay whole.
 qsizetype unitsWithin(QStringView text, qsizetype columns)
 {
+    if (columns < 0)
+        return 0;
     const char16_t *const units = text.utf16();
-    qsizetype position = 0;
-    // No unit takes more than two columns: half as many units as columns are left fit in any case, and the
-    // compiler makes a loop without a way out several times as fast.
-    for (qsizetype sure = 0; (sure = qMin(columns / 2, text.size() - position)) >= 8;) {
-        sure = qMin<qsizetype>(sure, 0x4000); // their columns fit in 16 bits
-        quint16 taken = 0;
-        for (qsizetype i = 0; i < sure; ++i)
-            taken = quint16(taken + columnsOfUnit(units[position + i]));
-        columns -= taken;
-        position += sure;
+    // As many units as columns fit where all are narrow.
+    qsizetype position = std::min(columns, text.size());
+    qsizetype over = columnsOfUnits(units, position) - columns;
+    if (over <= 0) {
+        while (position < text.size() && (over += columnsOfUnit(units[position])) <= 0)
+            ++position;
+        return position;
     }
-    for (; position < text.size(); ++position) {
-        columns -= columnsOfUnit(units[position]);
-        if (columns < 0)
-            break;
+    // No unit takes more than two columns, so at least half as many units as there are columns too many go.
+    while (over >= 16) {
+        const qsizetype sure = over / 2;
+        position -= sure;
+        over -= columnsOfUnits(units + position, sure);
     }
+    while (over > 0)
+        over -= columnsOfUnit(units[--position]);
     return position;
 }
 
@@ -70,19 +87,19 @@ QString shortestForm(QStringView text)
 
 QString AppRuntime::truncateToWidth(const QString &text, int columns)
 {
-    QString result = text.left(unitsWithin(text, qMax(columns, 0)));
-    checkIn(text, u""_s); // for its message; last, for the text may be that message
+    QString result = text.left(unitsWithin(text, columns));
+    checkIn(text, u""_s); // for its message; last, because the text may be checkMessage itself
     return result;
 }
 
 QString AppRuntime::fitToWidth(const QString &text, int columns)
 {
     // Cut by columns, but padded by characters: programs count on both.
-    const qsizetype kept = unitsWithin(text, qMax(columns, 0));
-    QString result(qMax<qsizetype>(kept, columns), Qt::Uninitialized);
+    const qsizetype kept = unitsWithin(text, columns);
+    QString result(std::max<qsizetype>(kept, columns), Qt::Uninitialized);
     QChar *const end = std::copy_n(text.cbegin(), kept, result.begin());
     std::fill(end, result.end(), QChar(u' '));
-    checkIn(text, u""_s); // for its message; last, for the text may be that message
+    checkIn(text, u""_s); // for its message; last, because the text may be checkMessage itself
     return result;
 }
 
@@ -105,6 +122,6 @@ QString AppRuntime::nextCodeChar(const QString &text) const
 QString AppRuntime::normaliseNumber(const QString &text)
 {
     QString result = shortestForm(text);
-    checkIn(text, u""_s); // for its message; last, for the text may be that message
+    checkIn(text, u""_s); // for its message; last, because the text may be checkMessage itself
     return result;
 }

@@ -34,12 +34,14 @@ int columnsOf(QChar unit)
 /// The rule step by step.
 QString truncatedByTheRule(const QString &text, int columns)
 {
+    if (columns < 0)
+        return QString();
     qsizetype position = 0;
     qint64 width = 0;
     while (position < text.size()) {
         const qsizetype p = position;
         width += columnsOf(text.at(p));
-        if (width > qMax(columns, 0))
+        if (width > columns)
             return text.left(p);
         ++position;
         if (text.at(p).isHighSurrogate() && position < text.size() && text.at(position).isLowSurrogate())
@@ -174,7 +176,8 @@ void FieldFittingTest::truncateToWidth_data()
     row("two highs and a low", high + high + low, 4, high + high + low);
     row("two highs and a low, cut", high + high + low, 3, high);
     row("lone low at no columns", low + u"a"_s, 0, low);
-    row("lone low at negative columns", low + u"a"_s, -5, low);
+    row("lone low at negative columns", low + u"a"_s, -5, u""_s);
+    row("lone low at the least columns", QString(low), least, u""_s);
     row("lone low behind the limit", u"ab"_s + low + u"c"_s, 2, u"ab"_s + low);
     row("lows take nothing", low + low + low, 0, low + low + low);
     row("pair and a low more", u"😀"_s + low + u"a"_s, 2, u"😀"_s + low);
@@ -276,6 +279,9 @@ void FieldFittingTest::fitToWidth_data()
     row("cut", u"abcdef"_s, 4, u"abcd"_s);
     row("no columns", u"ab"_s, 0, u""_s);
     row("negative columns", u"ab"_s, -1, u""_s);
+    row("lone low at negative columns", low + u"a"_s, -1, u""_s);
+    row("lone low at the least columns", QString(low), least, u""_s);
+    row("lone low at no columns", low + u"a"_s, 0, low);
     row("smallest columns", u"ab"_s, least, u""_s);
     row("blanks at the end stay", u"a "_s, 3, u"a  "_s);
     row("half-width kana", u"ｱｲ"_s, 3, u"ｱｲ "_s);
