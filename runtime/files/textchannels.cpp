@@ -105,6 +105,7 @@ private:
     void start(QTextStream &stream)
     {
         m_started = true;
+        m_sequential = isSequential();
         fill();
         const auto marked = stream.autoDetectUnicode()
             ? QStringConverter::encodingForData(QByteArrayView(m_bytes.constData(), m_end))
@@ -170,6 +171,7 @@ private:
         if (count <= 0)
             return false;
         m_end += count;
+        m_returns = QByteArrayView(m_bytes.constData(), m_end).contains('\r');
         m_empty = false;
         return true;
     }
@@ -186,7 +188,7 @@ private:
         m_decoder.resetState();
         const QChar *end = m_decoder.appendToBuffer(m_text.data(), bytes);
         line.setUnicode(m_text.constData(), end - m_text.constData());
-        if (bytes.contains('\r'))
+        if (m_returns)
             line.remove(u'\r');
     }
 
@@ -194,7 +196,7 @@ private:
     void pass(qsizetype count)
     {
         m_begin += count;
-        if (!isSequential())
+        if (!m_sequential)
             QIODevice::seek(QIODevice::pos() + count);
     }
 
@@ -204,6 +206,8 @@ private:
     QString m_text;
     QStringDecoder m_decoder;
     QStringConverter::Encoding m_encoding{QStringConverter::Utf8};
+    bool m_returns{false}; ///< A carriage return is among what was read ahead.
+    bool m_sequential{false};
     bool m_started{false};
     bool m_gaveLine{false};
     bool m_empty{true};   ///< No byte has come yet.
