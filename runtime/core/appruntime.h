@@ -745,13 +745,15 @@ public:
     /// @}
     // ---------------------------------------------------------------------------------------------------
     /// \name Searching
-    /// strings/searching.cpp. Every search tells case and compares code units. Results are positions in code
-    /// units from 0, or -1 when there is nothing. No field is touched.
+    /// strings/searching.cpp. Every search is case-sensitive and compares code units. Results are positions
+    /// in code units from 0, or -1 when there is nothing. No field is touched.
+    ///
+    /// In indexOf() and lastIndexOf() a negative `from` counts from the end: -1 is the last code unit. Before
+    /// the first one nothing is found.
     /// @{
 
-    /// The first occurrence at or after `from`; -1 from the end of the text on, but an empty `sub` is found
-    /// at `from` itself, the end included. A negative `from` counts from the end, -1 being the last unit.
-    /// From before the first unit a `sub` is not found, and a character is looked for in the whole text.
+    /// The first occurrence at or after `from`; -1 from the end of the text on. An empty `sub` is found at
+    /// `from` itself, the end included.
     [[nodiscard]] int indexOf(const QString &text, const QString &sub, int from) const;
     [[nodiscard]] int indexOf(const QString &text, QChar character, int from) const;
 
@@ -766,9 +768,8 @@ public:
     [[nodiscard]] int lastIndexOf(const QString &text, const QString &sub) const;
     [[nodiscard]] int lastIndexOf(const QString &text, QChar character) const;
 
-    /// The last occurrence that starts at or before `from`. Past the end of the text a `sub` of two code
-    /// units or more, or of none, is not found, and a single one like from the last unit on. What a negative
-    /// `from` finds is what QString finds: -1 is the last code unit.
+    /// The last occurrence that starts at or before `from`. With `from` past the end of the text, a single
+    /// character is found as from the last unit on, and a `sub` of any other length is not found.
     [[nodiscard]] int lastIndexOf(const QString &text, const QString &sub, int from) const;
     [[nodiscard]] int lastIndexOf(const QString &text, QChar character, int from) const;
 
@@ -777,7 +778,7 @@ public:
     [[nodiscard]] int indexOfAny(const QString &text, const QString &chars, int from) const;
     [[nodiscard]] int indexOfAny(const QString &text, const QString &chars) const;
 
-    /// Whether the text starts or ends with `sub`, which every text does with an empty one; but a null text
+    /// Whether the text starts or ends with `sub`. Every text does with an empty one, except that a null text
     /// starts with no empty text that is not null itself, as in QString.
     [[nodiscard]] bool startsWith(const QString &text, const QString &sub) const;
     [[nodiscard]] bool endsWith(const QString &text, const QString &sub) const;

@@ -6,8 +6,8 @@
 namespace appruntime_internal
 {
 
-/// Index of the first of the characters at or after `from`, which is none or more and at most the text's
-/// size. That size when there is none.
+/// Index of the first unit of the text at or after `from` that is one of the characters; the text's size when
+/// there is none. `from` is at least 0 and at most the text's size.
 qsizetype indexOfFirst(QStringView text, QStringView characters, qsizetype from);
 
 } // namespace appruntime_internal

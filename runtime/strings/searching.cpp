@@ -7,6 +7,18 @@
 
 using namespace appruntime_internal;
 
+namespace
+{
+
+/// A position that may count from the end of the text, as one from its start; negative before the first unit.
+/// Not left to QString: some versions look before the beginning of the text there.
+qsizetype fromStart(QStringView text, qsizetype position)
+{
+    return position < 0 ? position + text.size() : position;
+}
+
+} // namespace
+
 qsizetype appruntime_internal::indexOfFirst(QStringView text, QStringView characters, qsizetype from)
 {
     if (characters.size() == 1) { // as with nearly every caller
@@ -14,7 +26,7 @@ qsizetype appruntime_internal::indexOfFirst(QStringView text, QStringView charac
         return found < 0 ? text.size() : found;
     }
 
-    // Up to so many are looked for one after the other; a table of all code units costs more to fill.
+    // A table of all code units costs more to fill than looking for so many one after the other.
     constexpr qsizetype mostCompared = 16;
     if (characters.size() > mostCompared) {
         std::bitset<0x10000> wanted;
@@ -26,9 +38,8 @@ qsizetype appruntime_internal::indexOfFirst(QStringView text, QStringView charac
         return std::find_if(text.begin() + from, text.end(), isWanted) - text.begin();
     }
 
-    // Most often it is near. Behind that, the toolkit looks for one character in many units at once, which is
-    // three to seven times as fast; the stretches grow, so that what is looked at in vain stays a part of the
-    // whole.
+    // Most often it is near. Behind that, QStringView looks for one character in many units at once, which is
+    // three to seven times as fast. The stretches grow, so looking twice costs at most a constant factor.
     constexpr qsizetype few = 8, growth = 8;
     qsizetype begin = qMin(from + few, text.size());
     const QChar *const nearEnd = text.begin() + begin;
@@ -53,15 +64,14 @@ qsizetype appruntime_internal::indexOfFirst(QStringView text, QStringView charac
 
 int AppRuntime::indexOf(const QString &text, const QString &sub, int from) const
 {
-    // Qt 6.4 would look before the beginning of the text.
-    if (from + text.size() < 0)
-        return -1;
-    return static_cast<int>(text.indexOf(sub, from));
+    const qsizetype start = fromStart(text, from);
+    return start < 0 ? -1 : static_cast<int>(text.indexOf(sub, start));
 }
 
 int AppRuntime::indexOf(const QString &text, QChar character, int from) const
 {
-    return static_cast<int>(text.indexOf(character, from));
+    const qsizetype start = fromStart(text, from);
+    return start < 0 ? -1 : static_cast<int>(text.indexOf(character, start));
 }
 
 int AppRuntime::find(const QString &text, const QString &sub) const
@@ -81,7 +91,7 @@ bool AppRuntime::containsChar(QChar character, const QString &text) const
 
 int AppRuntime::lastIndexOf(const QString &text, const QString &sub) const
 {
-    // From -1 on, an empty text would be found in front of the last character.
+    // From -1 on, an empty text would be found before the last character.
     return lastIndexOf(text, sub, length(text));
 }
 
@@ -94,13 +104,15 @@ int AppRuntime::lastIndexOf(const QString &text, const QString &sub, int from) c
 {
     if (sub.size() == 1)
         return lastIndexOf(text, sub[0], from);
-    return static_cast<int>(text.lastIndexOf(sub, from));
+    const qsizetype start = fromStart(text, from);
+    return start < 0 || start > text.size() ? -1 : static_cast<int>(text.lastIndexOf(sub, start));
 }
 
 int AppRuntime::lastIndexOf(const QString &text, QChar character, int from) const
 {
-    // From the very end on, the toolkit would read the unit behind the text and may find a NUL there.
-    return static_cast<int>(text.lastIndexOf(character, qMin(from, length(text) - 1)));
+    // From the very end on, QString would read the unit behind the text and may find a NUL there.
+    const qsizetype start = std::min(fromStart(text, from), text.size() - 1);
+    return start < 0 ? -1 : static_cast<int>(text.lastIndexOf(character, start));
 }
 
 int AppRuntime::indexOfAny(const QString &text, const QString &chars, int from) const
