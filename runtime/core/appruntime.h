@@ -950,7 +950,8 @@ public:
     /// \name Numeric text checks
     /// strings/numericchecks.cpp. Texts to numbers by the rules of the C locale: an optional sign, then ASCII
     /// digits, without group separators. White space may stand before and behind: in ASCII at whole numbers,
-    /// of any kind at decimal ones. A whole number ends at a NUL, whatever follows.
+    /// of any kind at decimal ones. A whole number ends at a NUL, whatever follows. The results are those of
+    /// Qt 6.4, whichever Qt the program runs with.
     /// @{
 
     /// The whole number that the text stands for in base 10. `toInt(u"+012 "_s)` is 12.
@@ -960,7 +961,8 @@ public:
     [[nodiscard]] int toInt(const QString &text) const;
 
     /// The same in a base from 2 to 36; letters of either case are the digits from 10 on. Base 16 takes a
-    /// leading `0x`. Base 0 goes by the text: 16 after `0x`, 8 after `0`, else 10.
+    /// leading `0x`, base 2 a leading `0b`. Base 0 goes by the text: 16 after `0x`, 2 after `0b`, 8 after
+    /// `0`, else 10.
     ///
     /// 0 in every other base.
     [[nodiscard]] int toIntBase(const QString &text, int base) const;
@@ -968,23 +970,24 @@ public:
     /// The whole number that the text stands for, checked by a rule for its sign: `-` takes every number, `0`
     /// those above zero, and `+`, like every other character, those from zero on. The empty text is 0.
     ///
-    /// Sets convertOk to whether the text passed. Leaves checkMessage set, but for the empty text. lastError
-    /// is set only when `report` is 1. `validInt(u"-5"_s, u'+', 7, 1)` is -5, with convertOk false.
+    /// Sets convertOk to whether the text passed. Leaves checkMessage set, except for the empty text.
+    /// lastError is set only when `report` is 1. `validInt(u"-5"_s, u'+', 7, 1)` is -5, with convertOk false.
     ///
     /// On failure returns `defaultValue` and sets lastError to `not numeric "TEXT"` when the text is no whole
     /// number of 32 bits; returns the negative number itself and sets lastError to `not plus "TEXT"`; returns
     /// 0 and sets lastError to `bad zero "TEXT"`.
     int validInt(const QString &text, QChar rule, int defaultValue, int report);
 
-    /// The decimal number that the text stands for: digits with a point and an exponent, `inf` or `nan`. Only
-    /// the rule `+` checks the sign: it refuses what is below zero, which -0 is not. The empty text is 0 by
-    /// every rule.
+    /// The decimal number that the text stands for: digits with a point and an exponent, `inf` or `nan` in
+    /// either case. U+2212, the minus sign of typeset texts, counts as `-`. Only the rule `+` checks the
+    /// sign: it refuses what is below zero, which -0 is not. The empty text is 0 by every rule.
     ///
-    /// Sets convertOk to whether the text passed. Leaves checkMessage set, but for the empty text. lastError
-    /// is set only when `report` is 1. `validDouble(u"-5"_s, u'+', 7.5, 1)` is 7.5, with convertOk false.
+    /// Sets convertOk to whether the text passed. Leaves checkMessage set, except for the empty text.
+    /// lastError is set only when `report` is 1. `validDouble(u"-5"_s, u'+', 7.5, 1)` is 7.5, with convertOk
+    /// false.
     ///
-    /// On failure returns `defaultValue` and sets lastError to `not numeric "TEXT"`, also for a number beyond
-    /// the range of a double, or to `not plus "TEXT"`.
+    /// On failure returns `defaultValue` and sets lastError to `not numeric "TEXT"`, also for a number too
+    /// large or too close to zero for a double, or to `not plus "TEXT"`.
     double validDouble(const QString &text, QChar rule, double defaultValue, int report);
 
     /// The value of a hexadecimal digit of either case, 0 to 15; -1 for every other character. No field is
