@@ -37,8 +37,7 @@ int limited(qint64 value)
     return static_cast<int>(std::min<qint64>(value, std::numeric_limits<int>::max()));
 }
 
-/// Whether the piece is free of surrogates without their other half; branch-free as isOneColumn() is. Out of
-/// line: the loop that counts has a third less to wait for when this one takes none of its registers.
+/// Whether every surrogate of the piece has its other half.
 Q_NEVER_INLINE bool isWellFormed(const char16_t *units, int count)
 {
     const auto isHigh = [](char16_t unit) {
@@ -54,31 +53,31 @@ Q_NEVER_INLINE bool isWellFormed(const char16_t *units, int count)
     return lone == 0;
 }
 
-/// Columns of a piece short enough to count in 16 bits, or -1 when it has to be stepped over.
-int columnsOfPiece(const char16_t *units, int count)
+/// Code units of a piece: enough for the vector code to pay, and so few that a lone surrogate makes only its
+/// surroundings slow.
+constexpr qsizetype pieceLength = 1024;
+
+/// Columns of a piece, or -1 when it has to be stepped over.
+int columnsOfPiece(const char16_t *units, qsizetype size)
 {
+    const int count = static_cast<int>(size);
     quint16 narrow = 0, surrogates = 0;
     for (int i = 0; i < count; ++i) {
         narrow = static_cast<quint16>(narrow + (isOneColumn(units[i]) ? 1 : 0));
         surrogates = static_cast<quint16>(surrogates + ((units[i] & 0xf800) == 0xd800 ? 1 : 0));
     }
-    // Where every surrogate has its other half, each of the two is as good as one column.
+    // Where every surrogate has its other half, each of the two counts as one column.
     return surrogates == 0 || isWellFormed(units, count) ? 2 * count - narrow - surrogates : -1;
 }
 
-/// Columns of the whole view, piece by piece. The pieces are long enough for the vector code to pay and
-/// short enough that a lone surrogate makes only its surroundings slow.
-qint64 columnsOfText(QStringView text)
+Q_NEVER_INLINE qint64 columnsOfPieces(QStringView text)
 {
-    constexpr qsizetype pieceLength = 256;
-
     Walk walk;
     while (walk.units < text.size()) {
         qsizetype pieceEnd = std::min(walk.units + pieceLength, text.size());
         if (pieceEnd < text.size() && text[pieceEnd - 1].isHighSurrogate())
             ++pieceEnd;
-        const int columns
-            = columnsOfPiece(text.utf16() + walk.units, static_cast<int>(pieceEnd - walk.units));
+        const int columns = columnsOfPiece(text.utf16() + walk.units, pieceEnd - walk.units);
         if (columns >= 0) {
             walk.columns += columns;
             walk.units = pieceEnd;
@@ -87,6 +86,18 @@ qint64 columnsOfText(QStringView text)
             walk.step(text[walk.units]);
     }
     return walk.columns;
+}
+
+/// Columns of the whole view. Most texts are one piece, and then the loop over pieces takes a tenth of the
+/// time.
+int columnsOfText(QStringView text)
+{
+    if (text.size() <= pieceLength) {
+        const int columns = columnsOfPiece(text.utf16(), text.size());
+        if (columns >= 0)
+            return columns;
+    }
+    return limited(columnsOfPieces(text));
 }
 
 /// The walk up to a limit of columns, which a wide character may pass by one.
@@ -109,12 +120,12 @@ Walk walkTo(const AppRuntime &runtime, const QString &text, int columns)
 
 int AppRuntime::displayWidth(const QString &text) const
 {
-    return limited(columnsOfText(text));
+    return columnsOfText(text);
 }
 
 int AppRuntime::displayWidthOf(const QString &text, int units) const
 {
-    return units > 0 ? limited(columnsOfText(QStringView(text).left(units))) : 0;
+    return units > 0 ? columnsOfText(QStringView(text).left(units)) : 0;
 }
 
 int AppRuntime::unitsForWidth(const QString &text, int columns) const

@@ -13,7 +13,7 @@ bool isViewOf(QStringView view, const QString &text)
     return std::less_equal<>()(text.cbegin(), view.begin()) && std::less<>()(view.begin(), text.cend());
 }
 
-/// Makes `message` the words for a value that is none of the alternatives, none of which it may hold itself.
+/// Makes `message` the one for a value that is none of the alternatives. It must not be one of these texts.
 void describe(QString &message, QStringView value, std::initializer_list<QStringView> alternatives)
 {
     constexpr QStringView opening = u"\"", middle = u"\" not in('", comma = u"','", closing = u"')";
@@ -21,11 +21,13 @@ void describe(QString &message, QStringView value, std::initializer_list<QString
     qsizetype size = opening.size() + value.size() + middle.size() - comma.size() + closing.size();
     for (const QStringView alternative : alternatives)
         size += comma.size() + alternative.size();
-    message.resize(size);
+    if (message.size() != size) // a call
+        message.resize(size);
 
     QChar *end = message.data();
     const auto append = [&end](QStringView piece) {
-        end = std::copy(piece.begin(), piece.end(), end);
+        if (!piece.isEmpty()) // a call; the alternative is empty most often
+            end = std::copy(piece.begin(), piece.end(), end);
     };
     append(opening);
     append(value);
@@ -49,8 +51,8 @@ bool AppRuntime::isOneOf(QStringView value, std::initializer_list<QStringView> a
         viewsMessage = viewsMessage || isViewOf(alternative, checkMessage);
     }
 
-    // Checks are made all day and most of them fail, so a message takes over the room of the one before it,
-    // unless that is itself among the texts compared.
+    // Most checks fail, so a message is written over the one before it, unless that is one of the texts
+    // compared.
     QString apart;
     describe(viewsMessage ? apart : checkMessage, value, alternatives);
     if (viewsMessage)

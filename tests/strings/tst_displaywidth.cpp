@@ -143,6 +143,7 @@ private Q_SLOTS:
     void displayWidth_data();
     void displayWidth();
     void displayWidthTakesEveryUnit();
+    void displayWidthAtTheEndsOfPieces();
     void displayWidthOf_data();
     void displayWidthOf();
     void displayWidthOfLongTexts_data();
@@ -257,6 +258,21 @@ void DisplayWidthTest::displayWidthTakesEveryUnit()
     }
 }
 
+void DisplayWidthTest::displayWidthAtTheEndsOfPieces()
+{
+    // Long texts are counted in pieces of 1,024 units; a surrogate stands before, at and behind each end.
+    const QString inserted[] = {u"A"_s, high, low, high + low, high + high, low + high, high + high + low};
+    for (int place = 1020; place <= 1030; ++place) {
+        for (const QString &middle : inserted) {
+            const QString text = QString(place, u'漢') + middle + QString(1100, u'b') + middle + u"漢b"_s;
+            QCOMPARE(m_runtime.displayWidth(text), steppedWidth(text, most));
+            const int shorter = place + static_cast<int>(middle.size());
+            for (const int units : {place, place + 1, shorter, shorter + 1})
+                QCOMPARE(m_runtime.displayWidthOf(text, units), steppedWidth(text, units));
+        }
+    }
+}
+
 void DisplayWidthTest::displayWidthOf_data()
 {
     QTest::addColumn<QString>("text");
@@ -315,7 +331,7 @@ void DisplayWidthTest::displayWidthOfLongTexts()
         for (int units = round % 7; units <= length; units += 7)
             QCOMPARE(m_runtime.displayWidthOf(text, units), steppedWidth(text, units));
     }
-    // One surrogate at every place of a text that is even but for it.
+    // One surrogate at every place of a text that is even except for it.
     for (int place = 0; place < 700; ++place) {
         for (const QString &surrogate : {high, low}) {
             QString text(700, u'漢');

@@ -75,6 +75,7 @@ private Q_SLOTS:
     void checkIn();
     void checkInTakesItsOwnMessage();
     void checkInTakesOtherTexts();
+    void checkInLeavesCopiesOfItsMessage();
     void charIn_data();
     void charIn();
     void intIn_data();
@@ -210,6 +211,17 @@ void ValueChecksTest::checkInTakesOtherTexts()
     QVERIFY(m_runtime.checkIn(u"abc"_s, "abc"_L1));
     QVERIFY(!m_runtime.checkIn(u"abc"_s, "x"_L1, QChar(u'y'), u"z"_s));
     QCOMPARE(m_runtime.checkMessage, u"\"abc\" not in('x','y','z')"_s);
+}
+
+void ValueChecksTest::checkInLeavesCopiesOfItsMessage()
+{
+    QVERIFY(!m_runtime.checkIn(u"abc"_s, u"x"_s));
+    const QString copy = m_runtime.checkMessage;
+    QVERIFY(!m_runtime.checkIn(u"def"_s, u"y"_s)); // a message of the same length
+    QCOMPARE(copy, u"\"abc\" not in('x')"_s);
+    QCOMPARE(m_runtime.checkMessage, u"\"def\" not in('y')"_s);
+    QVERIFY(!m_runtime.checkIn(u"gh"_s, u"yz"_s));
+    QCOMPARE(m_runtime.checkMessage, u"\"gh\" not in('yz')"_s);
 }
 
 void ValueChecksTest::charIn_data()
