@@ -21,7 +21,7 @@ void columnTypeMode(benchmark::State &state)
 }
 BENCHMARK(columnTypeMode)->DenseRange(0, 2);
 
-/// The same with a list a line and the words for the last one that did not fit.
+/// The same with a list a line and the message for the last one that did not fit.
 void containsAndArg(benchmark::State &state)
 {
     const QString name = typeNames[state.range(0)];

@@ -20,14 +20,14 @@ void toInt(benchmark::State &state)
 }
 BENCHMARK(toInt);
 
-void toolkitToInt(benchmark::State &state)
+void qtToInt(benchmark::State &state)
 {
     for (auto _ : state)
         benchmark::DoNotOptimize(whole.toInt());
 }
-BENCHMARK(toolkitToInt);
+BENCHMARK(qtToInt);
 
-// What a program writes that has no such check: the conversion, the rule, and the words for the user.
+// What a program writes that has no such check: the conversion, the rule, and the message for the user.
 int plainCheck(const QString &text, int defaultValue, QString &message)
 {
     bool ok = false;
@@ -53,7 +53,7 @@ BENCHMARK_CAPTURE(validInt, passes, u"1234567"_s);
 BENCHMARK_CAPTURE(validInt, notNumeric, bad);
 BENCHMARK_CAPTURE(validInt, notPlus, whole);
 
-void toolkitCheck(benchmark::State &state, const QString &text)
+void qtCheck(benchmark::State &state, const QString &text)
 {
     QString message;
     for (auto _ : state) {
@@ -61,9 +61,9 @@ void toolkitCheck(benchmark::State &state, const QString &text)
         benchmark::DoNotOptimize(message.constData());
     }
 }
-BENCHMARK_CAPTURE(toolkitCheck, passes, u"1234567"_s);
-BENCHMARK_CAPTURE(toolkitCheck, notNumeric, bad);
-BENCHMARK_CAPTURE(toolkitCheck, notPlus, whole);
+BENCHMARK_CAPTURE(qtCheck, passes, u"1234567"_s);
+BENCHMARK_CAPTURE(qtCheck, notNumeric, bad);
+BENCHMARK_CAPTURE(qtCheck, notPlus, whole);
 
 void validDouble(benchmark::State &state)
 {
@@ -73,7 +73,7 @@ void validDouble(benchmark::State &state)
 }
 BENCHMARK(validDouble);
 
-void toolkitToDouble(benchmark::State &state)
+void qtToDouble(benchmark::State &state)
 {
     for (auto _ : state) {
         bool ok = false;
@@ -81,6 +81,6 @@ void toolkitToDouble(benchmark::State &state)
         benchmark::DoNotOptimize(ok);
     }
 }
-BENCHMARK(toolkitToDouble);
+BENCHMARK(qtToDouble);
 
 } // namespace

@@ -56,11 +56,11 @@ void trimRight(benchmark::State &state)
 }
 BENCHMARK(trimRight);
 
-void toolkitTrimmed(benchmark::State &state)
+void qtTrimmed(benchmark::State &state)
 {
     measure(state, [] { return padded.trimmed(); });
 }
-BENCHMARK(toolkitTrimmed);
+BENCHMARK(qtTrimmed);
 
 void zeroPadded(benchmark::State &state)
 {
@@ -68,11 +68,11 @@ void zeroPadded(benchmark::State &state)
 }
 BENCHMARK(zeroPadded);
 
-void toolkitArgPadded(benchmark::State &state)
+void qtArgPadded(benchmark::State &state)
 {
     measure(state, [] { return u"%1"_s.arg(4711, 8, 10, QChar(u'0')); });
 }
-BENCHMARK(toolkitArgPadded);
+BENCHMARK(qtArgPadded);
 
 void replaceText(benchmark::State &state)
 {
@@ -82,13 +82,13 @@ void replaceText(benchmark::State &state)
 }
 BENCHMARK(replaceText)->Arg(16)->Arg(1000)->Arg(1000000)->Arg(4000000);
 
-void toolkitReplaceText(benchmark::State &state)
+void qtReplaceText(benchmark::State &state)
 {
     const QString text = u"ab"_s.repeated(state.range(0) / 2);
     measure(state, [&text] { return QString(text).replace(u"a"_s, u"xyz"_s); });
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(toolkitReplaceText)->Arg(16)->Arg(1000)->Arg(1000000)->Arg(4000000);
+BENCHMARK(qtReplaceText)->Arg(16)->Arg(1000)->Arg(1000000)->Arg(4000000);
 
 void charClasses(benchmark::State &state)
 {

@@ -48,7 +48,7 @@ int AppRuntime::compareTyped(
             return answer(u"="_s, acceptEqual);
         if (leftNumber > rightNumber)
             return answer(u">"_s, acceptGreater);
-        return answer(u"<"_s, acceptLess); // and what is no number at all, "nan"
+        return answer(u"<"_s, acceptLess); // also where one of them is "nan"
     }
 
     left = trimRight(left);
