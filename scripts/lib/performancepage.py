@@ -96,7 +96,7 @@ def plot(rows):
     left, right, line, top = 430, 70, 21, 44
     width = 960
     # A figure stands beyond the end of its bar, hence the room.
-    low = min(-1, math.floor(math.log2(min(row["ratio"] for row in rows)) - 0.7))
+    low = min(-2, math.floor(math.log2(min(row["ratio"] for row in rows)) - 0.7))
     high = max(1, math.ceil(math.log2(max(row["ratio"] for row in rows))))
     step = (width - left - right) / (high - low)
 
