@@ -104,7 +104,7 @@ inline BlockBits bitsOf(QChar wanted, const QChar *block)
 /// Whether the text is an element of the list, which is about to be changed.
 inline bool isElementOf(const QStringList &list, const QString &text)
 {
-    const auto isBefore = std::less<const QString *>();
+    const std::less<> isBefore;
     return !isBefore(&text, list.constData()) && isBefore(&text, list.constData() + list.size());
 }
 
