@@ -5,14 +5,14 @@
 #include <runtime/files/textchannels.h>
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QException>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringConverter>
 #include <QTextStream>
 
-#include <cstring>
-#include <optional>
+#include <algorithm>
 #include <utility>
 
 using namespace appruntime_internal;
@@ -21,12 +21,15 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Bytes asked of the system at a time.
-constexpr qsizetype blockSize = 16384;
-
 /// Code units asked of a stream at a time. It holds on to what it was asked for, in a buffer that it may copy
 /// whenever it adds to it: a line of 100 MB in one go would take minutes.
 constexpr qint64 portion = 65536;
+
+#ifdef Q_OS_WIN
+constexpr bool localIsUtf8 = false;
+#else
+constexpr bool localIsUtf8 = true; // to Qt 6, whatever the locale says
+#endif
 
 /// Reads a line through the stream; false at its end.
 bool readLineFrom(QTextStream &stream, QString &line)
@@ -44,174 +47,117 @@ bool readLineFrom(QTextStream &stream, QString &line)
     return true;
 }
 
-/// The file of a read channel, which gives its lines itself.
+/// How many bytes at the end of these are the beginning of a character of UTF-8 that is cut off.
+qsizetype cutOff(QByteArrayView bytes)
+{
+    for (qsizetype length = 1; length <= qMin<qsizetype>(3, bytes.size()); ++length) {
+        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - length]);
+        if (byte < 0x80)
+            break;
+        if (byte >= 0xc0)
+            return length < (byte >= 0xf0 ? 4 : byte >= 0xe0 ? 3 : 2) ? length : 0;
+    }
+    return 0;
+}
+
+/// The file of a read channel, which hands the stream blocks of whole characters.
 ///
-/// A text stream decodes blocks of bytes. Where a broken character ends a block it drops what follows, a line
-/// end too. Here the bytes are cut at their line feeds first, and each line is decoded alone.
-///
-/// The stream on the file stays in step: the file's position is that of the next line, and what was read
-/// ahead are the stream's next bytes. Once somebody has read from the file by other means, the stream may
-/// hold text of its own, and all further lines come from it. So do those of a file that begins with the mark
-/// of UTF-16 or UTF-32, and those of a stream whose encoding the program has changed.
-class LineFile final : public QFile
+/// A text stream decodes block by block. Where a broken character ends a block it drops what stands behind,
+/// a line end too. Where it ends the file, the character is dropped.
+class BlockFile final : public QFile
 {
 public:
     using QFile::QFile;
 
-    /// Reads the next line; false at the end of the file.
-    bool nextLine(QTextStream &stream, QString &line)
+    /// Says whether the bytes are UTF-8 where no byte order mark says it.
+    void setUtf8(bool utf8)
     {
-        if (!m_started)
-            start(stream);
-        const bool first = !std::exchange(m_gaveLine, true);
-        bool ended = false;
-        if (m_shared || stream.encoding() != m_encoding) {
-            ended = !readLineFrom(stream, line);
-        } else {
-            ended = !cutLine(line) && line.isEmpty();
-        }
-        return !ended || (first && !m_empty); // a file of nothing but a mark has one empty line
+        m_utf8 = utf8;
+    }
+
+    /// Whether the file has one empty line, because it holds nothing but a byte order mark or carriage
+    /// returns. True once.
+    [[nodiscard]] bool takeEmptyLine()
+    {
+        return std::exchange(m_emptyLine, false);
     }
 
     bool seek(qint64 position) override
     {
-        m_begin = m_end = 0;
-        m_started = false;
+        m_held.clear();
         return QFile::seek(position);
     }
 
-    [[nodiscard]] qint64 bytesAvailable() const override
+    [[nodiscard]] bool atEnd() const override
     {
-        // A position tells how much has been read of a file, but not of a pipe.
-        return QFile::bytesAvailable() + (isSequential() ? m_end - m_begin : 0);
+        return m_held.isEmpty() && QFile::atEnd();
     }
 
 protected:
-    /// For everybody else. What was read ahead comes first.
     qint64 readData(char *data, qint64 maxSize) override
     {
-        m_shared = true;
-        m_gaveLine = m_gaveLine || !m_started;
-        if (m_begin == m_end)
-            return QFile::readData(data, maxSize);
-        const qsizetype count = qMin(m_end - m_begin, static_cast<qsizetype>(maxSize));
-        std::memcpy(data, m_bytes.constData() + m_begin, static_cast<size_t>(count));
-        m_begin += count;
-        return count;
+        const qsizetype held = qMin(m_held.size(), static_cast<qsizetype>(maxSize));
+        std::copy_n(m_held.constData(), held, data);
+        m_held.remove(0, held);
+        if (held == maxSize)
+            return held;
+        const qint64 count = QFile::readData(data + held, maxSize - held);
+        if (count <= 0) {
+            if (count == 0)
+                breakEnd(data, held);
+            return held > 0 ? held : count;
+        }
+
+        qsizetype size = held + count;
+        if (std::exchange(m_atStart, false))
+            lookAtMark(QByteArrayView(data, size));
+        if (m_wide)
+            return size;
+        hold(QByteArrayView(data, size));
+        size -= m_held.size();
+        // A program that asks for all of the file asks once.
+        if (char next = 0; !m_held.isEmpty() && !isSequential()) {
+            if (QFile::readData(&next, 1) == 1)
+                m_held += next;
+            else
+                size += std::exchange(m_held, {}).size();
+        }
+        breakEnd(data, size);
+        return size > 0 ? size : readData(data, maxSize); // a pipe may give less than a character
     }
 
 private:
-    /// Looks at what the file begins with, and at what the program has made of the stream before.
-    void start(QTextStream &stream)
+    void lookAtMark(QByteArrayView bytes)
     {
-        m_started = true;
-        m_sequential = isSequential();
-        fill();
-        const auto marked = stream.autoDetectUnicode()
-            ? QStringConverter::encodingForData(QByteArrayView(m_bytes.constData(), m_end))
-            : std::nullopt;
-        if (marked == QStringConverter::Utf8) {
-            stream.setEncoding(QStringConverter::Utf8);
-            pass(3);
-        }
-        m_encoding = stream.encoding();
-        const bool system = m_encoding == QStringConverter::System;
-        if (m_encoding != QStringConverter::Utf8 && !system)
-            m_shared = true;
-        if (marked && marked != QStringConverter::Utf8)
-            m_shared = true;
-#ifdef Q_OS_WIN
-        // What the code page has no character for would end the text, were its decoder told that it is whole.
-        if (system) {
-            m_decoder = QStringDecoder(m_encoding, QStringConverter::Flag::ConvertInitialBom);
-            return;
-        }
-#endif
-        // On any other system the local encoding is UTF-8 as well.
-        m_decoder = QStringDecoder(
-            QStringConverter::Utf8,
-            QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom
-        );
+        const auto marked = QStringConverter::encodingForData(bytes);
+        m_wide = marked && marked != QStringConverter::Utf8; // a line feed is one of several bytes
+        m_utf8 = m_utf8 || marked == QStringConverter::Utf8;
+        const QString text = QStringDecoder(marked.value_or(QStringConverter::Utf8))(bytes);
+        m_emptyLine = text.count(u'\r') == text.size();
     }
 
-    /// Reads up to the next line feed, or to the end of the file; then it is false.
-    bool cutLine(QString &line)
+    /// Holds back a character that is cut off; in a code page, what stands behind the last line feed, which
+    /// is no second byte of a character.
+    void hold(QByteArrayView bytes)
     {
-        qsizetype searched = 0;
-        do {
-            const QByteArrayView ahead(m_bytes.constData() + m_begin, m_end - m_begin);
-            const qsizetype size = ahead.indexOf('\n', searched);
-            if (size >= 0) {
-                decode(ahead.first(size), line);
-                pass(size + 1);
-                return true;
-            }
-            searched = m_end - m_begin;
-        } while (fill());
-        decode(QByteArrayView(m_bytes.constData() + m_begin, searched), line);
-        pass(searched);
-        return false;
+        const qsizetype whole = m_utf8 ? bytes.size() - cutOff(bytes) : bytes.lastIndexOf('\n') + 1;
+        if (m_utf8 || whole > 0)
+            m_held = bytes.sliced(whole).toByteArray();
     }
 
-    /// Reads a block behind what is there; false when nothing comes.
-    bool fill()
+    /// Lets no block end in a character that is cut off, and broken therefore. Its bytes become others that
+    /// are no character either, each by itself.
+    void breakEnd(char *data, qsizetype size) const
     {
-        const qsizetype left = m_end - m_begin;
-        const qsizetype wanted = left + blockSize;
-        if (m_bytes.size() > 64 * blockSize && wanted < 2 * blockSize) {
-            m_bytes = QByteArray(m_bytes.constData() + m_begin, left); // a long line is over
-        } else if (m_begin > 0) {
-            std::memmove(m_bytes.data(), m_bytes.constData() + m_begin, static_cast<size_t>(left));
-        }
-        m_begin = 0;
-        m_end = left;
-        if (m_bytes.size() < wanted)
-            m_bytes.resize(qMax(wanted, 2 * m_bytes.size()));
-        const qint64 count = QFile::readData(m_bytes.data() + left, blockSize);
-        if (count <= 0)
-            return false;
-        m_end += count;
-        m_returns = QByteArrayView(m_bytes.constData(), m_end).contains('\r');
-        m_empty = false;
-        return true;
+        if (m_utf8 && !m_wide)
+            std::fill_n(data + size - cutOff({data, size}), cutOff({data, size}), '\xff');
     }
 
-    /// Makes the text of a line, without its carriage returns.
-    void decode(QByteArrayView bytes, QString &line)
-    {
-        while (bytes.endsWith('\r'))
-            bytes.chop(1);
-        // By way of a text that stays, so that a line takes no more memory than it needs.
-        const qsizetype most = m_decoder.requiredSpace(bytes.size());
-        if (m_text.size() < most || m_text.size() > 64 * blockSize)
-            m_text = QString(most, Qt::Uninitialized);
-        m_decoder.resetState();
-        const QChar *end = m_decoder.appendToBuffer(m_text.data(), bytes);
-        line.setUnicode(m_text.constData(), end - m_text.constData());
-        if (m_returns)
-            line.remove(u'\r');
-    }
-
-    /// Goes past bytes that were read ahead.
-    void pass(qsizetype count)
-    {
-        m_begin += count;
-        if (!m_sequential)
-            QIODevice::seek(QIODevice::pos() + count);
-    }
-
-    QByteArray m_bytes; ///< What was read ahead stands from `m_begin` up to `m_end`.
-    qsizetype m_begin{0};
-    qsizetype m_end{0};
-    QString m_text;
-    QStringDecoder m_decoder;
-    QStringConverter::Encoding m_encoding{QStringConverter::Utf8};
-    bool m_returns{false}; ///< A carriage return is among what was read ahead.
-    bool m_sequential{false};
-    bool m_started{false};
-    bool m_gaveLine{false};
-    bool m_empty{true};   ///< No byte has come yet.
-    bool m_shared{false}; ///< Lines come from the stream.
+    QByteArray m_held; ///< The beginning of the next block.
+    bool m_utf8{true};
+    bool m_wide{false};
+    bool m_atStart{true};
+    bool m_emptyLine{false};
 };
 
 /// A stream on the file in the encoding that a name stands for. There are two: the Japanese encodings rely on
@@ -270,13 +216,16 @@ bool TextReadChannel::openRead(const QString &newFileName, const QString &encodi
         return false;
     }
     fileName = newFileName;
-    file = std::make_unique<LineFile>(fileName);
+    auto blocks = std::make_unique<BlockFile>(fileName);
+    BlockFile &source = *blocks;
+    file = std::move(blocks);
     if (!open(*file, QIODevice::ReadOnly | QIODevice::Text)) {
         runtime->lastError = "open read error("_L1 + fileName + u')';
         closeRead();
         return false;
     }
     stream = streamOn(file.get(), *runtime, encodingName);
+    source.setUtf8(localIsUtf8 || stream->encoding() == QStringConverter::Utf8);
     return true;
 }
 
@@ -286,13 +235,13 @@ int TextReadChannel::readLine()
         runtime->lastError = u"not open read"_s;
         return 5;
     }
-    // What gives no line is at its end, whatever its size says: some files of the system have a size without
-    // bytes, and some cannot be read to their end. A program may have put a file of its own here.
-    auto *lines = dynamic_cast<LineFile *>(file.get());
-    if (lines != nullptr ? lines->nextLine(*stream, line) : readLineFrom(*stream, line))
+    if (readLineFrom(*stream, line))
         return 0;
+    // What gives no line is at its end, whatever its size says: some files of the system have a size without
+    // bytes, and some cannot be read to their end.
     line.clear();
-    return 1;
+    auto *blocks = dynamic_cast<BlockFile *>(file.get()); // a program may have put a file of its own here
+    return blocks != nullptr && blocks->takeEmptyLine() ? 0 : 1;
 }
 
 void TextReadChannel::closeRead()

@@ -35,16 +35,15 @@ class QTextStream;
 /// **What a file may hold.** A line ends at a line feed; the last one may go without. It may have any length.
 /// Every carriage return of the file is dropped, not only the one before a line feed: `a CR b` reads as `ab`.
 /// A NUL character is kept. A byte that is no character of UTF-8 reads as U+FFFD; it never takes a line end
-/// with it, in the local encoding neither. A byte order mark at the start is no part of the text, and what it
-/// says of the encoding (UTF-8, UTF-16 or UTF-32) goes before the name given to openRead(). A file of nothing
-/// but a mark reads as one empty line.
+/// with it. A byte order mark at the start is no part of the text, and what it says of the encoding (UTF-8,
+/// UTF-16 or UTF-32) goes before the name given to openRead(). A file of nothing but a mark reads as one
+/// empty line.
 ///
 /// **Where a file ends.** A file that cannot be read further, as on a damaged disk, is at its end; a line
 /// that the error cuts is given. No member reports the error, `file->error()` does. A file or pipe that gets
 /// more later gives more lines later.
 ///
-/// A program may read from `stream` itself. From then on readLine() takes its lines from the stream too, as
-/// Qt decodes them.
+/// A program may read from `stream` itself; readLine() goes on behind what it took.
 class APPRUNTIME_EXPORT TextReadChannel
 {
 public:

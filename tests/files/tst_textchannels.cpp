@@ -558,14 +558,6 @@ void TextChannelsTest::readInAnotherEncoding()
     channel.stream->setEncoding(QStringConverter::Latin1);
     QCOMPARE(channel.readLine(), 0);
     QCOMPARE(channel.line, u"a\u00e9"_s);
-    channel.closeRead();
-
-    QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
-    QCOMPARE(channel.readLine(), 0);
-    QCOMPARE(channel.line, u"a\ufffd"_s);
-    channel.stream->setEncoding(QStringConverter::Latin1);
-    QCOMPARE(channel.readLine(), 0);
-    QCOMPARE(channel.line, u"b\u00e9"_s);
 }
 
 // A stream is asked for long lines in pieces of 65536 code units.
@@ -632,7 +624,7 @@ void TextChannelsTest::readPipe()
         QFile file(pipe);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
             return;
-        for (const char *part : {"one\ntw", "o\r\n\nthr", "ee"}) {
+        for (const char *part : {"one\ntw", "o\r\n\nthr", "ee\n\xe6", "\xbc", "\xa2"}) {
             QThread::msleep(20);
             file.write(part);
         }
@@ -646,7 +638,7 @@ void TextChannelsTest::readPipe()
     writer.join();
     QVERIFY(opened);
     QVERIFY(ended);
-    QCOMPARE(lines, (QStringList{u"one"_s, u"two"_s, u""_s, u"three"_s}));
+    QCOMPARE(lines, (QStringList{u"one"_s, u"two"_s, u""_s, u"three"_s, kanji}));
 #else
     QSKIP("Pipes have no names in directories on this system.");
 #endif
