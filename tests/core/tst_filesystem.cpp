@@ -66,21 +66,21 @@ private Q_SLOTS:
     void renameFile_data();
     void renameFile();
     void renameFileFromTheRoot();
-    void renameLinksAndPipes();
-    void renameInCaseAlone();
-    void renameAcross_data();
-    void renameAcross();
-    void renameAcrossKeepsModeAndTime();
-    void renameAcrossNeedsAFile();
-    void renameAcrossOntoALink();
-    void renameAcrossToFullDisk();
-    void renameAcrossToFileTooLarge();
-    void renameAcrossOfUnknownSize();
-    void renameAcrossUnreadable();
-    void renameAcrossUnremovable();
-    void renameWithRefusedCall_data();
-    void renameWithRefusedCall();
-    void successKeepsTheError();
+    void renameFileOfLinksAndPipes();
+    void renameFileInCaseAlone();
+    void renameFileAcrossFileSystems_data();
+    void renameFileAcrossFileSystems();
+    void renameFileAcrossKeepsModeAndTime();
+    void renameFileAcrossNeedsAFile();
+    void renameFileAcrossOntoALink();
+    void renameFileAcrossToFullDisk();
+    void renameFileAcrossToFileTooLarge();
+    void renameFileAcrossOfUnknownSize();
+    void renameFileAcrossUnreadable();
+    void renameFileAcrossUnremovable();
+    void renameFileWithRefusedCall_data();
+    void renameFileWithRefusedCall();
+    void makeDirectoryAndDeleteFileKeepTheError();
     void logicalDrives();
     void lineEnd();
     void currentPath();
@@ -245,7 +245,7 @@ void FileSystemTest::renameFileFromTheRoot()
 }
 
 /// The names of one file or pipe, or of none.
-void FileSystemTest::renameLinksAndPipes()
+void FileSystemTest::renameFileOfLinksAndPipes()
 {
 #ifdef Q_OS_UNIX
     const auto renamed = [this](const QString &from, const QString &to) {
@@ -275,14 +275,14 @@ void FileSystemTest::renameLinksAndPipes()
 #endif
 }
 
-void FileSystemTest::renameInCaseAlone()
+void FileSystemTest::renameFileInCaseAlone()
 {
     const QString from = m_directory->filePath(u"file"_s), to = m_directory->filePath(u"FILE"_s);
     QVERIFY(m_runtime->renameFile(from, to));
     QCOMPARE(QDir().entryList(QDir::Files), QStringList{u"FILE"_s});
 }
 
-void FileSystemTest::renameAcross_data()
+void FileSystemTest::renameFileAcrossFileSystems_data()
 {
     QTest::addColumn<QByteArray>("bytes");
 
@@ -294,7 +294,7 @@ void FileSystemTest::renameAcross_data()
     QTest::newRow("many") << QByteArray("0123456789\0"_ba.repeated(100'000));
 }
 
-void FileSystemTest::renameAcross()
+void FileSystemTest::renameFileAcrossFileSystems()
 {
     const auto elsewhere = folderElsewhere(m_directory->path());
     if (!elsewhere)
@@ -319,7 +319,7 @@ void FileSystemTest::renameAcross()
     QCOMPARE(openDescriptors(), descriptors);
 }
 
-void FileSystemTest::renameAcrossKeepsModeAndTime()
+void FileSystemTest::renameFileAcrossKeepsModeAndTime()
 {
     const auto elsewhere = folderElsewhere(m_directory->path());
     if (!elsewhere)
@@ -348,7 +348,7 @@ void FileSystemTest::renameAcrossKeepsModeAndTime()
 }
 
 /// Directories, links and pipes stay where they are.
-void FileSystemTest::renameAcrossNeedsAFile()
+void FileSystemTest::renameFileAcrossNeedsAFile()
 {
     const auto elsewhere = folderElsewhere(m_directory->path());
     if (!elsewhere)
@@ -373,7 +373,7 @@ void FileSystemTest::renameAcrossNeedsAFile()
     QCOMPARE(fileBytes(u"dir/inner"_s), QByteArray("inner"));
 }
 
-void FileSystemTest::renameAcrossOntoALink()
+void FileSystemTest::renameFileAcrossOntoALink()
 {
 #ifdef Q_OS_UNIX
     const auto elsewhere = folderElsewhere(m_directory->path());
@@ -391,7 +391,7 @@ void FileSystemTest::renameAcrossOntoALink()
 #endif
 }
 
-void FileSystemTest::renameAcrossToFullDisk()
+void FileSystemTest::renameFileAcrossToFullDisk()
 {
     const SmallDisk disk;
     if (!disk.isMounted())
@@ -411,7 +411,7 @@ void FileSystemTest::renameAcrossToFullDisk()
 }
 
 /// The same end without rights: the system refuses the second half of the copy.
-void FileSystemTest::renameAcrossToFileTooLarge()
+void FileSystemTest::renameFileAcrossToFileTooLarge()
 {
 #ifdef Q_OS_UNIX
     const auto elsewhere = folderElsewhere(m_directory->path());
@@ -440,7 +440,7 @@ void FileSystemTest::renameAcrossToFileTooLarge()
 }
 
 /// A file that gives more than its size, or an error for its bytes, is not moved.
-void FileSystemTest::renameAcrossOfUnknownSize()
+void FileSystemTest::renameFileAcrossOfUnknownSize()
 {
 #ifdef Q_OS_LINUX
     for (const QString &from : {u"/proc/self/limits"_s, u"/proc/self/mem"_s, u"/sys/class/net/lo/mtu"_s}) {
@@ -454,7 +454,7 @@ void FileSystemTest::renameAcrossOfUnknownSize()
 #endif
 }
 
-void FileSystemTest::renameAcrossUnreadable()
+void FileSystemTest::renameFileAcrossUnreadable()
 {
 #ifdef Q_OS_UNIX
     const auto elsewhere = folderElsewhere(m_directory->path());
@@ -479,7 +479,7 @@ void FileSystemTest::renameAcrossUnreadable()
 }
 
 /// A source that can be read but not removed: the copy goes.
-void FileSystemTest::renameAcrossUnremovable()
+void FileSystemTest::renameFileAcrossUnremovable()
 {
 #ifdef Q_OS_UNIX
     const auto elsewhere = folderElsewhere(m_directory->path());
@@ -506,7 +506,7 @@ void FileSystemTest::renameAcrossUnremovable()
 #endif
 }
 
-void FileSystemTest::renameWithRefusedCall_data()
+void FileSystemTest::renameFileWithRefusedCall_data()
 {
 #ifdef Q_OS_LINUX
     QTest::addColumn<QString>("from");
@@ -562,7 +562,7 @@ void FileSystemTest::renameWithRefusedCall_data()
 }
 
 /// What the system refuses is not there for a program that is started so.
-void FileSystemTest::renameWithRefusedCall()
+void FileSystemTest::renameFileWithRefusedCall()
 {
 #ifdef Q_OS_LINUX
     QFETCH(QString, from);
@@ -599,7 +599,7 @@ void FileSystemTest::renameWithRefusedCall()
 #endif
 }
 
-void FileSystemTest::successKeepsTheError()
+void FileSystemTest::makeDirectoryAndDeleteFileKeepTheError()
 {
     QVERIFY(!m_runtime->makeDirectory(u"a/b"_s));
     QVERIFY(m_runtime->deleteFile(u"file"_s));

@@ -92,7 +92,7 @@ private Q_SLOTS:
     void truncateToWidth();
     void truncateToWidthOfEveryUnit();
     void truncateToWidthOfRandomTexts();
-    void widthsStayWithOtherClasses();
+    void truncateToWidthStaysWithOtherClasses();
     void fitToWidth_data();
     void fitToWidth();
     void nextCodeChar_data();
@@ -101,7 +101,7 @@ private Q_SLOTS:
     void normaliseNumber_data();
     void normaliseNumber();
     void normaliseNumberOfEveryShortText();
-    void textIsTheMessage();
+    void truncateToWidthAndOthersTakeTheMessage();
 
 private:
     void compareTheRest() const;
@@ -236,7 +236,7 @@ void FieldFittingTest::truncateToWidthOfRandomTexts()
 }
 
 // Two programs that share stored values must cut them alike, whatever classes they have set for themselves.
-void FieldFittingTest::widthsStayWithOtherClasses()
+void FieldFittingTest::truncateToWidthStaysWithOtherClasses()
 {
     AppRuntime runtime(u"TEST"_s);
     const QString text = u"aｱア"_s + high + low + low + u"b"_s; // 1, 1, 2, 2, 0 and 1 columns
@@ -480,7 +480,7 @@ void FieldFittingTest::normaliseNumberOfEveryShortText()
     }
 }
 
-void FieldFittingTest::textIsTheMessage()
+void FieldFittingTest::truncateToWidthAndOthersTakeTheMessage()
 {
     m_runtime.checkMessage = u"0123"_s;
     QCOMPARE(m_runtime.truncateToWidth(m_runtime.checkMessage, 2), u"01"_s);

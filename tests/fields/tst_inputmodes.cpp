@@ -67,12 +67,12 @@ class InputModesTest : public QObject
 private Q_SLOTS:
     void catalogueKeepsTheRules_data();
     void catalogueKeepsTheRules();
-    void brokenCatalogueIsSeen_data();
-    void brokenCatalogueIsSeen();
-    void keysAreTheCodes();
-    void displayCatalogues();
-    void catalogueDecoded_data();
-    void catalogueDecoded();
+    void catalogueThatIsBrokenIsSeen_data();
+    void catalogueThatIsBrokenIsSeen();
+    void japaneseModeKeysAreTheCodes();
+    void displayModesKanaAddsOneMode();
+    void inputModesOfTheCatalogues_data();
+    void inputModesOfTheCatalogues();
     void inputModes_data();
     void inputModes();
 
@@ -110,7 +110,7 @@ void InputModesTest::catalogueKeepsTheRules()
     QCOMPARE(encoded.join(u','), catalogue);
 }
 
-void InputModesTest::brokenCatalogueIsSeen_data()
+void InputModesTest::catalogueThatIsBrokenIsSeen_data()
 {
     QTest::addColumn<QString>("catalogue");
     QTest::addColumn<QString>("rule");
@@ -129,20 +129,20 @@ void InputModesTest::brokenCatalogueIsSeen_data()
     QTest::newRow("blank behind a comma") << u"A, a"_s << u"no label or blanks at its ends"_s;
 }
 
-void InputModesTest::brokenCatalogueIsSeen()
+void InputModesTest::catalogueThatIsBrokenIsSeen()
 {
     QFETCH(QString, catalogue);
     QTEST(brokenRule(catalogue), "rule");
 }
 
-void InputModesTest::keysAreTheCodes()
+void InputModesTest::japaneseModeKeysAreTheCodes()
 {
     QCOMPARE(codesOf(m_runtime.inputModes(m_runtime.japaneseModes)), m_runtime.japaneseModeKeys);
     QCOMPARE(m_runtime.inputModes(m_runtime.displayModesKana).constLast().code, m_runtime.kanaKey);
     QVERIFY(!codesOf(m_runtime.inputModes(m_runtime.displayModes)).contains(m_runtime.kanaKey));
 }
 
-void InputModesTest::displayCatalogues()
+void InputModesTest::displayModesKanaAddsOneMode()
 {
     QCOMPARE(m_runtime.displayModesKana, m_runtime.displayModes + u",K,Kana"_s);
     QList<InputMode> modes = m_runtime.inputModes(m_runtime.displayModesKana);
@@ -150,7 +150,7 @@ void InputModesTest::displayCatalogues()
     QCOMPARE(modes, m_runtime.inputModes(m_runtime.displayModes));
 }
 
-void InputModesTest::catalogueDecoded_data()
+void InputModesTest::inputModesOfTheCatalogues_data()
 {
     QTest::addColumn<QString>("catalogue");
     QTest::addColumn<QList<InputMode>>("modes");
@@ -204,7 +204,7 @@ void InputModesTest::catalogueDecoded_data()
         << m_runtime.displayModesKana << display + QList<InputMode>{{u"K"_s, u"Kana"_s}};
 }
 
-void InputModesTest::catalogueDecoded()
+void InputModesTest::inputModesOfTheCatalogues()
 {
     QFETCH(QString, catalogue);
     QTEST(m_runtime.inputModes(catalogue), "modes");

@@ -95,10 +95,10 @@ private Q_SLOTS:
     void acceptKeyword();
     void acceptKeywordInWordsWithHalves();
     void acceptKeywordAgainstLiteralForm();
-    void sharedScan();
-    void sharedScanOfNoText();
-    void sharedScanTakesItsOwnRecords();
-    void objectFromANameAlone();
+    void setScanTextSharesOneScan();
+    void acceptKeywordAndNextTokenWithoutScanText();
+    void setScanTextTakesItsOwnRecords();
+    void setScanTextOnObjectFromANameAlone();
 
 private:
     CommandLine m_commandLine;
@@ -574,7 +574,7 @@ void ScannerTest::acceptKeywordAgainstLiteralForm()
     checkUntouched(u"error"_s);
 }
 
-void ScannerTest::sharedScan()
+void ScannerTest::setScanTextSharesOneScan()
 {
     ScanCursor token;
     m_runtime.setScanText(u" select a , 'b,c';d"_s);
@@ -623,7 +623,7 @@ void ScannerTest::sharedScan()
     checkUntouched(u"not found ('+')"_s);
 }
 
-void ScannerTest::sharedScanOfNoText()
+void ScannerTest::acceptKeywordAndNextTokenWithoutScanText()
 {
     ScanCursor token{u' ', 0, 0, 0, u"token"_s};
     QVERIFY(!m_runtime.acceptKeyword(u"x"_s));
@@ -634,7 +634,7 @@ void ScannerTest::sharedScanOfNoText()
     checkUntouched(u"not found (',')"_s);
 }
 
-void ScannerTest::sharedScanTakesItsOwnRecords()
+void ScannerTest::setScanTextTakesItsOwnRecords()
 {
     m_runtime.setScanText(u"a;b,c"_s);
     m_runtime.setScanText(m_runtime.scanSource->text);
@@ -650,7 +650,7 @@ void ScannerTest::sharedScanTakesItsOwnRecords()
     QCOMPARE(m_runtime.scanCursor->position, 5);
 }
 
-void ScannerTest::objectFromANameAlone()
+void ScannerTest::setScanTextOnObjectFromANameAlone()
 {
     AppRuntime runtime(u"TEST"_s);
     QVERIFY(!runtime.scanCursor && !runtime.scanSource && !runtime.scanDelimiter);

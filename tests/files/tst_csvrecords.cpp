@@ -107,10 +107,10 @@ private Q_SLOTS:
     void csvField();
     void csvFieldTakesItsOwnSeparator();
     void csvFieldLeavesItsArguments();
-    void fieldThereAndBack_data();
-    void fieldThereAndBack();
-    void everyShortFieldThereAndBack();
-    void randomRecordsThereAndBack();
+    void csvFieldThereAndBack_data();
+    void csvFieldThereAndBack();
+    void csvFieldThereAndBackOfEveryShortText();
+    void csvFieldThereAndBackInRandomRecords();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -655,7 +655,7 @@ void CsvRecordsTest::csvFieldLeavesItsArguments()
     QCOMPARE(plain, u"abc"_s);
 }
 
-void CsvRecordsTest::fieldThereAndBack_data()
+void CsvRecordsTest::csvFieldThereAndBack_data()
 {
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("fromCommas");
@@ -704,7 +704,7 @@ void CsvRecordsTest::fieldThereAndBack_data()
     QTest::newRow("line break at the end") << u"a\n"_s << u"a?"_s << u"a?"_s;
 }
 
-void CsvRecordsTest::fieldThereAndBack()
+void CsvRecordsTest::csvFieldThereAndBack()
 {
     QFETCH(QString, value);
     QFETCH(QString, fromCommas);
@@ -720,7 +720,7 @@ void CsvRecordsTest::fieldThereAndBack()
     QCOMPARE(survives(value, false), fromTabs == value);
 }
 
-void CsvRecordsTest::everyShortFieldThereAndBack()
+void CsvRecordsTest::csvFieldThereAndBackOfEveryShortText()
 {
     const QString alphabet = u"a,\" \u3000\t\x01\n"_s;
     CsvRecord record;
@@ -744,7 +744,7 @@ void CsvRecordsTest::everyShortFieldThereAndBack()
     }
 }
 
-void CsvRecordsTest::randomRecordsThereAndBack()
+void CsvRecordsTest::csvFieldThereAndBackInRandomRecords()
 {
     const QString alphabet = u"abc,,\"\"\"  \u3000\u00a0\x01\0漢ｶﾞ?;'"_s;
     QRandomGenerator random(20240401);

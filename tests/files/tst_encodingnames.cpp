@@ -12,8 +12,8 @@ class EncodingNamesTest : public QObject
 private Q_SLOTS:
     void normaliseEncodingName_data();
     void normaliseEncodingName();
-    void nameIsTheMessage_data();
-    void nameIsTheMessage();
+    void normaliseEncodingNameTakesTheMessage_data();
+    void normaliseEncodingNameTakesTheMessage();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -103,7 +103,7 @@ void EncodingNamesTest::normaliseEncodingName()
     QVERIFY(m_runtime.convertOk);
 }
 
-void EncodingNamesTest::nameIsTheMessage_data()
+void EncodingNamesTest::normaliseEncodingNameTakesTheMessage_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("canonical");
@@ -114,7 +114,7 @@ void EncodingNamesTest::nameIsTheMessage_data()
     QTest::newRow("unknown") << u"latin1"_s << u"latin1"_s;
 }
 
-void EncodingNamesTest::nameIsTheMessage()
+void EncodingNamesTest::normaliseEncodingNameTakesTheMessage()
 {
     QFETCH(QString, name);
     QTEST(m_runtime.normaliseEncodingName(m_runtime.checkMessage = name), "canonical");

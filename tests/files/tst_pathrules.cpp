@@ -12,12 +12,12 @@ class PathRulesTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void paths_data();
-    void paths();
-    void resolveReadsTheFields();
-    void separatorIsThePlatforms();
-    void noSeparator();
-    void pathIsTheMessage();
+    void isExplicitPathAndResolvePath_data();
+    void isExplicitPathAndResolvePath();
+    void resolvePathReadsTheFields();
+    void isExplicitPathTakesThePlatformsSeparator();
+    void isExplicitPathWithoutSeparator();
+    void resolvePathTakesTheMessage();
     void extensionOf_data();
     void extensionOf();
 
@@ -34,7 +34,7 @@ void PathRulesTest::init()
 }
 
 // Written with the separator |, for which each of the platforms' own is put.
-void PathRulesTest::paths_data()
+void PathRulesTest::isExplicitPathAndResolvePath_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("explicitly");
@@ -87,7 +87,7 @@ void PathRulesTest::paths_data()
     row("three dots and separator", u"...|A"_s, false);
 }
 
-void PathRulesTest::paths()
+void PathRulesTest::isExplicitPathAndResolvePath()
 {
     QFETCH(QString, path);
     QFETCH(bool, explicitly);
@@ -108,7 +108,7 @@ void PathRulesTest::paths()
     }
 }
 
-void PathRulesTest::resolveReadsTheFields()
+void PathRulesTest::resolvePathReadsTheFields()
 {
     m_runtime->homeDirectory = u"C:"_s;
     m_runtime->pathSeparator = u"\\"_s;
@@ -128,14 +128,14 @@ void PathRulesTest::resolveReadsTheFields()
     QVERIFY(!m_runtime->isExplicitPath(u".<"_s));
 }
 
-void PathRulesTest::separatorIsThePlatforms()
+void PathRulesTest::isExplicitPathTakesThePlatformsSeparator()
 {
     QCOMPARE(m_runtime->isExplicitPath(u"\\x"_s), BuiltWith::windowsRules());
     QCOMPARE(m_runtime->isExplicitPath(u"/x"_s), !BuiltWith::windowsRules());
 }
 
 // Every path begins with nothing.
-void PathRulesTest::noSeparator()
+void PathRulesTest::isExplicitPathWithoutSeparator()
 {
     m_runtime->pathSeparator = u""_s;
     for (const QString &path : {QString(), u""_s, u"A.TXT"_s}) {
@@ -144,7 +144,7 @@ void PathRulesTest::noSeparator()
     }
 }
 
-void PathRulesTest::pathIsTheMessage()
+void PathRulesTest::resolvePathTakesTheMessage()
 {
     const QString folder = m_runtime->tempPath(m_runtime->pathSeparator);
     m_runtime->checkMessage = u"A.TXT"_s;

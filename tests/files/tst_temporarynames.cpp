@@ -12,12 +12,12 @@ class TemporaryNamesTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void defaults();
+    void familyDirectoryAndOthersOfAFreshObject();
     void tempPathFor_data();
     void tempPathFor();
-    void nameIsTheMessage();
-    void directories_data();
-    void directories();
+    void tempPathTakesTheMessage();
+    void familyDirectoryAndSubdirPath_data();
+    void familyDirectoryAndSubdirPath();
 
 private:
     std::unique_ptr<AppRuntime> m_runtime;
@@ -32,7 +32,7 @@ void TemporaryNamesTest::init()
 }
 
 // The names of a fresh object, whose separator and home directory the platform has chosen.
-void TemporaryNamesTest::defaults()
+void TemporaryNamesTest::familyDirectoryAndOthersOfAFreshObject()
 {
     const bool windows = BuiltWith::windowsRules();
     const QString home = windows ? m_runtime->environmentValue(u"SystemDrive"_s) : u"/home"_s;
@@ -107,7 +107,7 @@ void TemporaryNamesTest::tempPathFor()
     QCOMPARE(m_runtime->programName, program);
 }
 
-void TemporaryNamesTest::nameIsTheMessage()
+void TemporaryNamesTest::tempPathTakesTheMessage()
 {
     const QString folder = m_runtime->tempPath(u""_s);
     m_runtime->checkMessage = u"/A.TXT"_s;
@@ -119,7 +119,7 @@ void TemporaryNamesTest::nameIsTheMessage()
     );
 }
 
-void TemporaryNamesTest::directories_data()
+void TemporaryNamesTest::familyDirectoryAndSubdirPath_data()
 {
     QTest::addColumn<QString>("home");
     QTest::addColumn<QString>("separator");
@@ -145,7 +145,7 @@ void TemporaryNamesTest::directories_data()
                                     << u"h::Z::Z.T::TMP_R/F"_s << u"h::Z::TMP/F"_s;
 }
 
-void TemporaryNamesTest::directories()
+void TemporaryNamesTest::familyDirectoryAndSubdirPath()
 {
     QFETCH(QString, home);
     QFETCH(QString, separator);

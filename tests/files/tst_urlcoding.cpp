@@ -17,10 +17,10 @@ private Q_SLOTS:
     void urlEncode();
     void urlDecode_data();
     void urlDecode();
-    void encodingName_data();
-    void encodingName();
-    void textIsTheMessage();
-    void encodedDecodes();
+    void urlEncodeAndDecodeByEncodingName_data();
+    void urlEncodeAndDecodeByEncodingName();
+    void urlEncodeAndDecodeTakeTheMessage();
+    void urlEncodeThereAndBack();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -164,7 +164,7 @@ void UrlCodingTest::urlDecode()
     QVERIFY(m_runtime.convertOk);
 }
 
-void UrlCodingTest::encodingName_data()
+void UrlCodingTest::urlEncodeAndDecodeByEncodingName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("message");
@@ -177,7 +177,7 @@ void UrlCodingTest::encodingName_data()
     QTest::newRow("unknown") << u"latin1"_s << u"\"LATIN1\" not in('SJIS','SHIFT-JIS','SHIFT_JIS')"_s;
 }
 
-void UrlCodingTest::encodingName()
+void UrlCodingTest::urlEncodeAndDecodeByEncodingName()
 {
     QFETCH(QString, name);
     QFETCH(QString, message);
@@ -189,7 +189,7 @@ void UrlCodingTest::encodingName()
     QCOMPARE(m_runtime.checkMessage, message);
 }
 
-void UrlCodingTest::textIsTheMessage()
+void UrlCodingTest::urlEncodeAndDecodeTakeTheMessage()
 {
     QCOMPARE(m_runtime.urlEncode(m_runtime.checkMessage = u"a b"_s, u"utf8"_s), u"a%20b"_s);
     QCOMPARE(m_runtime.checkMessage, u"\"utf8\" not in('/')"_s);
@@ -202,7 +202,7 @@ void UrlCodingTest::textIsTheMessage()
 }
 
 // A path of a character, another, and a letter that keeps them from being read as something else than a path.
-void UrlCodingTest::encodedDecodes()
+void UrlCodingTest::urlEncodeThereAndBack()
 {
     const QList<char32_t> special = {0xa0, 0xe9, 0x3042, 0x6f22, 0xff71, 0xfffd, 0x2000b, 0x10fffd};
     QStringList characters;

@@ -18,13 +18,13 @@ class VersionInfoTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void arguments_data();
-    void arguments();
-    void content_data();
-    void content();
-    void otherSettings();
-    void replacesTheFile();
-    void missingDirectory();
+    void writeVersionFileOfArguments_data();
+    void writeVersionFileOfArguments();
+    void writeVersionFileContent_data();
+    void writeVersionFileContent();
+    void writeVersionFileReadsTheFields();
+    void writeVersionFileReplacesTheFile();
+    void writeVersionFileIntoMissingDirectory();
     void cleanupTestCase();
 
 private:
@@ -76,7 +76,7 @@ QByteArray VersionInfoTest::contentOf(const QString &name) const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable"_ba;
 }
 
-void VersionInfoTest::arguments_data()
+void VersionInfoTest::writeVersionFileOfArguments_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("recognised");
@@ -105,7 +105,7 @@ void VersionInfoTest::arguments_data()
     QTest::newRow("full width") << QStringList{v, u"\uff56ersion"_s} << 0 << miss(u"\uff36ERSION"_s);
 }
 
-void VersionInfoTest::arguments()
+void VersionInfoTest::writeVersionFileOfArguments()
 {
     QFETCH(QStringList, arguments);
     QFETCH(int, recognised);
@@ -118,7 +118,7 @@ void VersionInfoTest::arguments()
     QCOMPARE(written(), recognised ? QStringList{u"VERSION_TEST.TXT"_s} : QStringList());
 }
 
-void VersionInfoTest::content_data()
+void VersionInfoTest::writeVersionFileContent_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QByteArray>("line");
@@ -132,7 +132,7 @@ void VersionInfoTest::content_data()
     QTest::newRow("no name") << u""_s << "37\t000800004"_ba;
 }
 
-void VersionInfoTest::content()
+void VersionInfoTest::writeVersionFileContent()
 {
     QFETCH(QString, program);
     QFETCH(QByteArray, line);
@@ -147,7 +147,7 @@ void VersionInfoTest::content()
 }
 
 // The fields of the record and of the runtime are read at the call, the line end by the letter included.
-void VersionInfoTest::otherSettings()
+void VersionInfoTest::writeVersionFileReadsTheFields()
 {
     VersionInfo &version = *m_runtime->version;
     version.versionText = u"\u6f22"_s;
@@ -173,7 +173,7 @@ void VersionInfoTest::otherSettings()
     QCOMPARE(m_runtime->lastError, u"error"_s);
 }
 
-void VersionInfoTest::replacesTheFile()
+void VersionInfoTest::writeVersionFileReplacesTheFile()
 {
     QFile file(m_directory + u"VERSION_TEST.TXT"_s);
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -188,7 +188,7 @@ void VersionInfoTest::replacesTheFile()
     }
 }
 
-void VersionInfoTest::missingDirectory()
+void VersionInfoTest::writeVersionFileIntoMissingDirectory()
 {
     m_runtime->pathSeparator = u"/"_s;
     m_runtime->homeDirectory = u"elsewhere"_s;

@@ -51,9 +51,9 @@ class CharactersTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup() const;
-    void predicates_data();
-    void predicates();
-    void predicatesOfEveryUnit();
+    void isUpperIsLowerIsDigitIsLetter_data();
+    void isUpperIsLowerIsDigitIsLetter();
+    void isUpperIsLowerIsDigitIsLetterOfEveryUnit();
     void charUpperAndLower_data();
     void charUpperAndLower();
     void charClass_data();
@@ -63,10 +63,10 @@ private Q_SLOTS:
     void charClassAt();
     void charDisplayWidth_data();
     void charDisplayWidth();
-    void widthOfEveryMixOfClasses();
-    void units_data();
-    void units();
-    void unitsOfManyTrails();
+    void charDisplayWidthOfEveryMixOfClasses();
+    void charUnitsAtAndIsTrailAt_data();
+    void charUnitsAtAndIsTrailAt();
+    void charUnitsAtOfManyTrails();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -87,7 +87,7 @@ void CharactersTest::cleanup() const
     QVERIFY(m_runtime.convertOk);
 }
 
-void CharactersTest::predicates_data()
+void CharactersTest::isUpperIsLowerIsDigitIsLetter_data()
 {
     QTest::addColumn<QChar>("character");
     QTest::addColumn<QString>("kinds"); // of upper, lower, digit and letter: their first letters
@@ -134,7 +134,7 @@ void CharactersTest::predicates_data()
     row("no character", 0xffff, u""_s);
 }
 
-void CharactersTest::predicates()
+void CharactersTest::isUpperIsLowerIsDigitIsLetter()
 {
     QFETCH(QChar, character);
     QFETCH(QString, kinds);
@@ -151,7 +151,7 @@ void CharactersTest::predicates()
     QCOMPARE(found, kinds);
 }
 
-void CharactersTest::predicatesOfEveryUnit()
+void CharactersTest::isUpperIsLowerIsDigitIsLetterOfEveryUnit()
 {
     const QString capitals = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"_s, smalls = u"abcdefghijklmnopqrstuvwxyz"_s;
     for (int unit = 0; unit <= 0xffff; ++unit) {
@@ -341,7 +341,7 @@ void CharactersTest::charDisplayWidth()
     QTEST(m_runtime.charDisplayWidth(character), "expected");
 }
 
-void CharactersTest::widthOfEveryMixOfClasses()
+void CharactersTest::charDisplayWidthOfEveryMixOfClasses()
 {
     // The classes in the order that decides, with a unit and the columns of each.
     struct Class {
@@ -373,7 +373,7 @@ void CharactersTest::widthOfEveryMixOfClasses()
     }
 }
 
-void CharactersTest::units_data()
+void CharactersTest::charUnitsAtAndIsTrailAt_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("pos");
@@ -436,7 +436,7 @@ void CharactersTest::units_data()
     row("all but high surrogate as none", u"A漢Bｱ"_s, 1, u"N=0 W=0 K=0 L=0"_s, 3, true);
 }
 
-void CharactersTest::units()
+void CharactersTest::charUnitsAtAndIsTrailAt()
 {
     QFETCH(QString, text);
     QFETCH(int, pos);
@@ -447,7 +447,7 @@ void CharactersTest::units()
     QTEST(m_runtime.charUnitsAt(text, pos), "count");
 }
 
-void CharactersTest::unitsOfManyTrails()
+void CharactersTest::charUnitsAtOfManyTrails()
 {
     setClasses(m_runtime, u"W=0"_s);
     const QString text = u'A' + QString(1000000, u'漢') + u'B';

@@ -32,7 +32,7 @@ private Q_SLOTS:
     void mod10CheckDigit();
     void mod10CheckDigitCountsOnlyAsciiDigits();
     void mod10CheckDigitFindsChanges();
-    void longCodes();
+    void mod10CheckDigitAndOthersOfLongCodes();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -299,7 +299,7 @@ void CheckCharactersTest::mod10CheckDigitFindsChanges()
     }
 }
 
-void CheckCharactersTest::longCodes()
+void CheckCharactersTest::mod10CheckDigitAndOthersOfLongCodes()
 {
     // Long enough for each sum to pass 31 bits.
     QString code(120000000, u'9');

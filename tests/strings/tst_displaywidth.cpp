@@ -152,8 +152,8 @@ private Q_SLOTS:
     void unitsForWidth();
     void characterCount_data();
     void characterCount();
-    void shortTextsUnderTheClasses_data();
-    void shortTextsUnderTheClasses();
+    void unitsForWidthAndOthersOfShortTextsUnderTheClasses_data();
+    void unitsForWidthAndOthersOfShortTextsUnderTheClasses();
     void unitsForWidthUnderTheClasses_data();
     void unitsForWidthUnderTheClasses();
     void characterCountUnderTheClasses_data();
@@ -443,7 +443,7 @@ void DisplayWidthTest::characterCount()
     QCOMPARE(m_runtime.characterCount(text), count);
 }
 
-void DisplayWidthTest::shortTextsUnderTheClasses_data()
+void DisplayWidthTest::unitsForWidthAndOthersOfShortTextsUnderTheClasses_data()
 {
     QTest::addColumn<QList<int>>("classes"); // none, narrow, wide, half-width katakana, high, low
 
@@ -466,7 +466,7 @@ void DisplayWidthTest::shortTextsUnderTheClasses_data()
     QTest::newRow("all but none alike") << QList<int>{0, 1, 1, 1, 1, 1};
 }
 
-void DisplayWidthTest::shortTextsUnderTheClasses()
+void DisplayWidthTest::unitsForWidthAndOthersOfShortTextsUnderTheClasses()
 {
     QFETCH(QList<int>, classes);
 

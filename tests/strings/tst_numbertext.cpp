@@ -23,14 +23,14 @@ class NumberTextTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup() const;
-    void whole_data();
-    void whole();
-    void decimal_data();
-    void decimal();
+    void intTextAndNumber_data();
+    void intTextAndNumber();
+    void numberOfDouble_data();
+    void numberOfDouble();
     void zeroPadded_data();
     void zeroPadded();
     void digitValueOfEveryUnit();
-    void overloads();
+    void numberOverloads();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -52,7 +52,7 @@ void NumberTextTest::cleanup() const
     QVERIFY(m_runtime.convertOk);
 }
 
-void NumberTextTest::whole_data()
+void NumberTextTest::intTextAndNumber_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<QString>("expected");
@@ -65,7 +65,7 @@ void NumberTextTest::whole_data()
     QTest::newRow("smallest") << least << u"-2147483648"_s;
 }
 
-void NumberTextTest::whole()
+void NumberTextTest::intTextAndNumber()
 {
     QFETCH(int, value);
 
@@ -74,7 +74,7 @@ void NumberTextTest::whole()
     QCOMPARE(m_runtime.toInt(m_runtime.intText(value)), value);
 }
 
-void NumberTextTest::decimal_data()
+void NumberTextTest::numberOfDouble_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("expected");
@@ -104,7 +104,7 @@ void NumberTextTest::decimal_data()
     QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << u"nan"_s;
 }
 
-void NumberTextTest::decimal()
+void NumberTextTest::numberOfDouble()
 {
     QFETCH(double, value);
 
@@ -152,7 +152,7 @@ void NumberTextTest::digitValueOfEveryUnit()
     }
 }
 
-void NumberTextTest::overloads()
+void NumberTextTest::numberOverloads()
 {
     QCOMPARE(m_runtime.number(5), u"5"_s);
     QCOMPARE(m_runtime.number(5.0), u"5"_s);

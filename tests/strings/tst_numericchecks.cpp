@@ -40,9 +40,9 @@ private Q_SLOTS:
     void validDouble();
     void validDoubleOfRandomTexts();
     void validDoubleKeepsTheSignOfZero();
-    void reportIsExactlyOne_data();
-    void reportIsExactlyOne();
-    void checksTakeTheRuntimesOwnTexts();
+    void validIntAndDoubleReportForExactlyOne_data();
+    void validIntAndDoubleReportForExactlyOne();
+    void validIntAndDoubleTakeTheRuntimesOwnTexts();
     void convertOkFollowsTheLastCheck();
     void hexDigitValue_data();
     void hexDigitValue();
@@ -554,7 +554,7 @@ void NumericChecksTest::validDoubleKeepsTheSignOfZero()
     QVERIFY(!std::signbit(m_runtime.validDouble(u""_s, u'+', -1.0, 0)));
 }
 
-void NumericChecksTest::reportIsExactlyOne_data()
+void NumericChecksTest::validIntAndDoubleReportForExactlyOne_data()
 {
     QTest::addColumn<int>("report");
 
@@ -562,7 +562,7 @@ void NumericChecksTest::reportIsExactlyOne_data()
         QTest::addRow("%d keeps silent", report) << report;
 }
 
-void NumericChecksTest::reportIsExactlyOne()
+void NumericChecksTest::validIntAndDoubleReportForExactlyOne()
 {
     QFETCH(int, report);
 
@@ -580,7 +580,7 @@ void NumericChecksTest::reportIsExactlyOne()
     QCOMPARE(m_runtime.lastError, u"error"_s);
 }
 
-void NumericChecksTest::checksTakeTheRuntimesOwnTexts()
+void NumericChecksTest::validIntAndDoubleTakeTheRuntimesOwnTexts()
 {
     m_runtime.checkMessage = u"-12"_s;
     QCOMPARE(m_runtime.validInt(m_runtime.checkMessage, u'+', 7, 1), -12);

@@ -79,13 +79,13 @@ private Q_SLOTS:
     void encodePlaceholders();
     void decodePlaceholders_data();
     void decodePlaceholders();
-    void everyUnit();
-    void everyShortText();
-    void everyShortTextOfCodes_data();
-    void everyShortTextOfCodes();
-    void randomTexts();
-    void plainTextsAreShared();
-    void textsEndWhereTheyEnd();
+    void encodePlaceholdersOfEveryUnit();
+    void encodePlaceholdersOfEveryShortText();
+    void decodePlaceholdersOfEveryShortTextOfCodes_data();
+    void decodePlaceholdersOfEveryShortTextOfCodes();
+    void encodePlaceholdersOfRandomTexts();
+    void encodePlaceholdersSharesPlainTexts();
+    void decodePlaceholdersEndsWhereTheTextEnds();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -219,7 +219,7 @@ void PlaceholdersTest::decodePlaceholders()
     QCOMPARE(decodedByReplacing(text), decoded);
 }
 
-void PlaceholdersTest::everyUnit()
+void PlaceholdersTest::encodePlaceholdersOfEveryUnit()
 {
     const QString special = u"#\"%!`\\$ "_s, codes = u"CQPEAYDS"_s;
     for (int unit = 0; unit < 0x10000; ++unit) {
@@ -235,7 +235,7 @@ void PlaceholdersTest::everyUnit()
     }
 }
 
-void PlaceholdersTest::everyShortText()
+void PlaceholdersTest::encodePlaceholdersOfEveryShortText()
 {
     // The eight characters, the letters of their codes and two more.
     int texts = 0;
@@ -251,7 +251,7 @@ void PlaceholdersTest::everyShortText()
     QCOMPARE(texts, 1 + 18 + 18 * 18 + 18 * 18 * 18);
 }
 
-void PlaceholdersTest::everyShortTextOfCodes_data()
+void PlaceholdersTest::decodePlaceholdersOfEveryShortTextOfCodes_data()
 {
     QTest::addColumn<QString>("alphabet");
     QTest::addColumn<int>("length");
@@ -261,7 +261,7 @@ void PlaceholdersTest::everyShortTextOfCodes_data()
     QTest::newRow("every code letter") << u"#CQPEAYDS"_s << 5;
 }
 
-void PlaceholdersTest::everyShortTextOfCodes()
+void PlaceholdersTest::decodePlaceholdersOfEveryShortTextOfCodes()
 {
     QFETCH(QString, alphabet);
     QFETCH(int, length);
@@ -276,7 +276,7 @@ void PlaceholdersTest::everyShortTextOfCodes()
     });
 }
 
-void PlaceholdersTest::randomTexts()
+void PlaceholdersTest::encodePlaceholdersOfRandomTexts()
 {
     QRandomGenerator random(39);
     for (int round = 0; round < 500; ++round) {
@@ -288,7 +288,7 @@ void PlaceholdersTest::randomTexts()
     }
 }
 
-void PlaceholdersTest::plainTextsAreShared()
+void PlaceholdersTest::encodePlaceholdersSharesPlainTexts()
 {
     // Most texts hold nothing to code, so those cost no allocation.
     const QString plain = u"ABC-123/漢字"_s;
@@ -302,7 +302,7 @@ void PlaceholdersTest::plainTextsAreShared()
     QCOMPARE(encoded, u"a#Sb"_s);
 }
 
-void PlaceholdersTest::textsEndWhereTheyEnd()
+void PlaceholdersTest::decodePlaceholdersEndsWhereTheTextEnds()
 {
     // A text over characters of another text has no NUL behind it, but a letter.
     const QString whole = u"a#S"_s;

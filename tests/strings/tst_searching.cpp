@@ -23,23 +23,23 @@ class SearchingTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup() const;
-    void text_data();
-    void text();
-    void character_data();
-    void character();
+    void indexOfAndLastIndexOfText_data();
+    void indexOfAndLastIndexOfText();
+    void indexOfAndLastIndexOfCharacter_data();
+    void indexOfAndLastIndexOfCharacter();
     void indexOfNegativePosition_data();
     void indexOfNegativePosition();
-    void nothingStandsBehindTheText();
-    void wholeText_data();
-    void wholeText();
+    void lastIndexOfSeesNothingBehindTheText();
+    void findInTheWholeText_data();
+    void findInTheWholeText();
     void indexOfAny_data();
     void indexOfAny();
     void indexOfAnyFollowsTheWalk();
     void indexOfAnyAtEveryPlace();
     void indexOfAnyInLongTexts();
-    void startsAndEnds_data();
-    void startsAndEnds();
-    void overloads();
+    void startsWithAndEndsWith_data();
+    void startsWithAndEndsWith();
+    void indexOfAndOtherOverloads();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -59,7 +59,7 @@ void SearchingTest::cleanup() const
     QVERIFY(m_runtime.convertOk);
 }
 
-void SearchingTest::text_data()
+void SearchingTest::indexOfAndLastIndexOfText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("sub");
@@ -90,7 +90,7 @@ void SearchingTest::text_data()
     QTest::newRow("NUL") << u'a' + QString(QChar(u'\0')) << QString(QChar(u'\0')) << 1 << 1 << 1;
 }
 
-void SearchingTest::text()
+void SearchingTest::indexOfAndLastIndexOfText()
 {
     QFETCH(QString, text);
     QFETCH(QString, sub);
@@ -100,7 +100,7 @@ void SearchingTest::text()
     QTEST(m_runtime.lastIndexOf(text, sub, from), "last");
 }
 
-void SearchingTest::character_data()
+void SearchingTest::indexOfAndLastIndexOfCharacter_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QChar>("wanted");
@@ -124,7 +124,7 @@ void SearchingTest::character_data()
     QTest::newRow("NUL") << u'a' + QString(QChar(u'\0')) << QChar(u'\0') << 1 << 1 << 1;
 }
 
-void SearchingTest::character()
+void SearchingTest::indexOfAndLastIndexOfCharacter()
 {
     QFETCH(QString, text);
     QFETCH(QChar, wanted);
@@ -192,7 +192,7 @@ void SearchingTest::indexOfNegativePosition()
     }
 }
 
-void SearchingTest::nothingStandsBehindTheText()
+void SearchingTest::lastIndexOfSeesNothingBehindTheText()
 {
     // A view into the middle of a buffer, so that a unit read past the end would fit.
     const QString buffer = u"abXX"_s;
@@ -214,7 +214,7 @@ void SearchingTest::nothingStandsBehindTheText()
     QCOMPARE(m_runtime.lastIndexOf(QString(), u'\0', 0), -1);
 }
 
-void SearchingTest::wholeText_data()
+void SearchingTest::findInTheWholeText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("sub");
@@ -237,7 +237,7 @@ void SearchingTest::wholeText_data()
     QTest::newRow("NUL") << QString(3, QChar(u'\0')) << QString(QChar(u'\0')) << 0 << 2;
 }
 
-void SearchingTest::wholeText()
+void SearchingTest::findInTheWholeText()
 {
     QFETCH(QString, text);
     QFETCH(QString, sub);
@@ -362,7 +362,7 @@ void SearchingTest::indexOfAnyInLongTexts()
     QCOMPARE(m_runtime.indexOfAny(QString(1000000, u'x') + u'漢', chars), 1000000);
 }
 
-void SearchingTest::startsAndEnds_data()
+void SearchingTest::startsWithAndEndsWith_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("sub");
@@ -385,7 +385,7 @@ void SearchingTest::startsAndEnds_data()
     QTest::newRow("half of a pair") << u"\U00020bb7"_s << QString(QChar(0xd842)) << true << false;
 }
 
-void SearchingTest::startsAndEnds()
+void SearchingTest::startsWithAndEndsWith()
 {
     QFETCH(QString, text);
     QFETCH(QString, sub);
@@ -394,7 +394,7 @@ void SearchingTest::startsAndEnds()
     QTEST(m_runtime.endsWith(text, sub), "ends");
 }
 
-void SearchingTest::overloads()
+void SearchingTest::indexOfAndOtherOverloads()
 {
     // Characters, literals and texts all find their overload.
     QCOMPARE(m_runtime.indexOf(u"abab"_s, u'b', 2), 3);

@@ -23,23 +23,23 @@ class ShapingTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup() const;
-    void trim_data();
-    void trim();
-    void trimEveryUnit();
-    void trimLongTexts();
-    void pad_data();
-    void pad();
-    void padLikeOneAtATime();
-    void changeCase_data();
-    void changeCase();
-    void changeCaseOfLongTexts();
+    void trimLeftAndRight_data();
+    void trimLeftAndRight();
+    void trimLeftAndRightOfEveryUnit();
+    void trimLeftAndRightOfLongTexts();
+    void padLeftAndRight_data();
+    void padLeftAndRight();
+    void padLeftAndRightLikeOneAtATime();
+    void toUpperAndLower_data();
+    void toUpperAndLower();
+    void toUpperAndLowerOfLongTexts();
     void replaceCharacter_data();
     void replaceCharacter();
     void replaceText_data();
     void replaceText();
     void replaceFollowsQt();
     void replaceInLongTexts();
-    void argumentsOfEveryKind();
+    void replaceArgumentsOfEveryKind();
 
 private:
     AppRuntime m_runtime{u"TEST"_s};
@@ -59,7 +59,7 @@ void ShapingTest::cleanup() const
     QVERIFY(m_runtime.convertOk);
 }
 
-void ShapingTest::trim_data()
+void ShapingTest::trimLeftAndRight_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("left");
@@ -107,7 +107,7 @@ void ShapingTest::trim_data()
     row("lone surrogate", u' ' + lone + u' ', lone + u' ', u' ' + lone, lone);
 }
 
-void ShapingTest::trim()
+void ShapingTest::trimLeftAndRight()
 {
     QFETCH(QString, text);
 
@@ -116,7 +116,7 @@ void ShapingTest::trim()
     QTEST(m_runtime.trimmed(text), "both");
 }
 
-void ShapingTest::trimEveryUnit()
+void ShapingTest::trimLeftAndRightOfEveryUnit()
 {
     for (int unit = 0; unit <= 0xffff; ++unit) {
         const QString kept = unit <= 0x20 ? QString() : QString(QChar(unit));
@@ -126,7 +126,7 @@ void ShapingTest::trimEveryUnit()
     }
 }
 
-void ShapingTest::trimLongTexts()
+void ShapingTest::trimLeftAndRightOfLongTexts()
 {
     const QString blanks(1000000, u' ');
     QCOMPARE(m_runtime.trimLeft(blanks), u""_s);
@@ -135,7 +135,7 @@ void ShapingTest::trimLongTexts()
     QCOMPARE(m_runtime.trimRight(u'a' + blanks), u"a"_s);
 }
 
-void ShapingTest::pad_data()
+void ShapingTest::padLeftAndRight_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("width");
@@ -170,7 +170,7 @@ void ShapingTest::pad_data()
     row("surrogate as fill", u"a"_s, 2, QChar(0xd800), QChar(0xd800) + u"a"_s, u'a' + QString(QChar(0xd800)));
 }
 
-void ShapingTest::pad()
+void ShapingTest::padLeftAndRight()
 {
     QFETCH(QString, text);
     QFETCH(int, width);
@@ -184,7 +184,7 @@ void ShapingTest::pad()
     }
 }
 
-void ShapingTest::padLikeOneAtATime()
+void ShapingTest::padLeftAndRightLikeOneAtATime()
 {
     QString left = u"ab"_s, right = u"ab"_s;
     for (int width = -3; width < 300; ++width) {
@@ -199,7 +199,7 @@ void ShapingTest::padLikeOneAtATime()
     QCOMPARE(m_runtime.padRight(u"a"_s, 1000000, u'0').size(), 1000000);
 }
 
-void ShapingTest::changeCase_data()
+void ShapingTest::toUpperAndLower_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("upper");
@@ -227,7 +227,7 @@ void ShapingTest::changeCase_data()
         << QString(1'000'000, u'İ') << QString(1'000'000, u'İ') << u"i\u0307"_s.repeated(1'000'000);
 }
 
-void ShapingTest::changeCase()
+void ShapingTest::toUpperAndLower()
 {
     QFETCH(QString, text);
 
@@ -235,7 +235,7 @@ void ShapingTest::changeCase()
     QTEST(m_runtime.toLower(text), "lower");
 }
 
-void ShapingTest::changeCaseOfLongTexts()
+void ShapingTest::toUpperAndLowerOfLongTexts()
 {
     // A text of several pieces becomes what QString makes of it as a whole: pairs stand across the ends of
     // the pieces, lone surrogates before and behind the first character that changes, and at the end.
@@ -361,7 +361,7 @@ void ShapingTest::replaceInLongTexts()
     QCOMPARE(m_runtime.replace(plain, u"b"_s, u"x"_s).constData(), plain.constData()); // not even a copy
 }
 
-void ShapingTest::argumentsOfEveryKind()
+void ShapingTest::replaceArgumentsOfEveryKind()
 {
     // Characters, literals and texts all find their overload.
     QCOMPARE(m_runtime.replace(u"aa"_s, u'a', u'b'), u"bb"_s);

@@ -40,8 +40,8 @@ private Q_SLOTS:
     void charCodeAndText();
     void fromChars_data();
     void fromChars();
-    void utf8_data();
-    void utf8();
+    void fromUtf8AndToUtf8_data();
+    void fromUtf8AndToUtf8();
     void toUtf8OfLoneSurrogates_data();
     void toUtf8OfLoneSurrogates();
 
@@ -308,7 +308,7 @@ void SubstringsTest::fromChars()
     QCOMPARE(m_runtime.fromChars(nullptr, qMin(count, 0)), u""_s);
 }
 
-void SubstringsTest::utf8_data()
+void SubstringsTest::fromUtf8AndToUtf8_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("text");
@@ -327,7 +327,7 @@ void SubstringsTest::utf8_data()
     QTest::newRow("no UTF-8") << QByteArray("a\xff") << u"a\ufffd"_s << QByteArray("a\xef\xbf\xbd");
 }
 
-void SubstringsTest::utf8()
+void SubstringsTest::fromUtf8AndToUtf8()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, text);
