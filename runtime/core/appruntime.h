@@ -306,7 +306,7 @@ public:
     /// empty name, `EUC-JP` for EUCJP, EUC-JP and EUC_JP, `Shift-JIS` for SJIS, SHIFT-JIS, SHIFT_JIS and `/`.
     /// Any other name is returned as it is, blanks included: ` UTF-8` stays ` UTF-8`.
     ///
-    /// Leaves checkMessage set, but for the name `/`: `utf8` leaves `"utf8" not in('/')`.
+    /// Leaves checkMessage set, except for the name `/`: `utf8` leaves `"utf8" not in('/')`.
     QString normaliseEncodingName(const QString &name);
 
     /// @}
@@ -412,7 +412,7 @@ public:
     /// alone. The time program `ZCLOK`, spelt so, has a directory of its own: `C:\Z\Z.S01\TMP_REAL\A.TXT`
     /// when `subdirTag` is `S01`.
     ///
-    /// Leaves checkMessage set, but for `ZCLOK`: `"ZBASE" not in('ZCLOK')`.
+    /// Leaves checkMessage set, except for `ZCLOK`: `"ZBASE" not in('ZCLOK')`.
     QString tempPathFor(const QString &fileName, const QString &program);
 
     /// The same for this program, the one that `programName` names.

@@ -120,8 +120,8 @@ public:
     ///     or none, takes the platform's: CR LF where `platformChar` is 'W', else LF. White space around the
     ///     name is removed only when there is a comma; what follows a second comma is not read.
     ///
-    /// Leaves checkMessage set, by the comparisons of these words: `"OT" not in('ADD')` after a failure, that
-    /// of the encoding name after success, as for reading.
+    /// Leaves checkMessage set, by the comparisons of the mode and the name: `"OT" not in('ADD')` after a
+    /// failure, that of the encoding name after success, as for reading.
     ///
     /// On failure returns false and sets lastError to `already open write`, with the file that is open,
     /// checkMessage and all fields left as they are, or to `Open Write error` with the channel closed.

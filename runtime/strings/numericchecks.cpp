@@ -103,7 +103,7 @@ std::optional<double> decimalNumber(QStringView text)
     const std::string_view digits(begin, end);
     if (digits == "inf")
         return negative ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
-    // std::from_chars() would take a second sign, and more words.
+    // std::from_chars() would take a second sign, and words such as "infinity".
     if (digits.empty() || !((digits[0] >= '0' && digits[0] <= '9') || digits[0] == '.'))
         return std::nullopt;
 
