@@ -132,7 +132,8 @@ private:
         const auto marked = QStringConverter::encodingForData(bytes);
         m_wide = marked && marked != QStringConverter::Utf8; // a line feed is one of several bytes
         m_utf8 = m_utf8 || marked == QStringConverter::Utf8;
-        const QString text = QStringDecoder(marked.value_or(QStringConverter::Utf8))(bytes);
+        QStringDecoder decoder(marked.value_or(QStringConverter::Utf8), QStringConverter::Flag::Stateless);
+        const QString text = decoder(bytes);
         m_emptyLine = text.count(u'\r') == text.size();
     }
 

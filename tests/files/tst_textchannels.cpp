@@ -248,6 +248,7 @@ void TextChannelsTest::read_data()
     row("overlong form", "\xc0\xaf\n", {u"\ufffd\ufffd"_s});
     row("surrogate in three bytes", "\xed\xa0\x80\n", {u"\ufffd\ufffd\ufffd"_s});
     row("character cut off by the end", "a\n\xe6\xbc", {u"a"_s, u"\ufffd\ufffd"_s});
+    row("nothing but a character cut off", "\xe6\xbc", {u"\ufffd\ufffd"_s});
     row("CR alone", "\r", {u""_s});
     row("CR behind the last line", "a\n\r", {u"a"_s});
     row("byte order mark of UTF-16 alone", "\xff\xfe", {u""_s});

@@ -18,8 +18,8 @@ scopes() {
 
 if [[ $kind == static ]]; then
     names=$("$nm" --defined-only --extern-only "$library" | sed -nE 's/^[0-9a-f]+ [A-Za-z] //p' | sort -u)
-    # What begins with a q is inline in Qt's headers; compilers and sanitizers add names of their own.
-    foreign=$(scopes <<<"$names" | grep -vxE "($public|appruntime_internal|[qQ].*|__.*)" || true)
+    # What begins with a q, or compares, is inline in Qt's headers; compilers and sanitizers add names of their own.
+    foreign=$(scopes <<<"$names" | grep -vxE "($public|appruntime_internal|[qQ].*|compare(s[A-Z]|ThreeWay).*|__.*)" || true)
     foreign+=$'\n'$(grep -vE '^(q|_Z|DW\.ref\.|_?_?(asan|ubsan|odr|gcov|llvm)|__|\.)' <<<"$names" || true)
 else
     names=$("$nm" --dynamic --defined-only "$library" | sed -nE 's/^[0-9a-f]+ [A-Za-z] //p')
