@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
-#include <support/longtry.h>
+#include <support/comestrue.h>
 #include <support/processes.h>
 #include <support/report.h>
 
@@ -283,12 +283,12 @@ void ProcessTest::runProgramCallerKilled()
 #else
     QProcess caller;
     caller.start(BuiltWith::helper(u"console"_s), {u"run"_s, BuiltWith::helper(u"behave"_s), u"sleep"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(notedProcess(m_report) > 0, longTry);
+    QVERIFY(comesTrue([&] { return notedProcess(m_report) > 0; }));
     const qint64 target = notedProcess(m_report);
     QVERIFY(isRunning(target));
     caller.kill();
     QVERIFY(caller.waitForFinished(60'000));
-    QTRY_VERIFY_WITH_TIMEOUT(!isRunning(target), longTry);
+    QVERIFY(comesTrue([&] { return !isRunning(target); }));
 #endif
 }
 
@@ -305,7 +305,7 @@ void ProcessTest::runProgramLeavesTheRest()
         timer.start();
         QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"behave"_s), verb, u""_s, true), 0);
         QVERIFY2(timer.elapsed() < 25'000, "waited for what the program left behind");
-        QTRY_VERIFY_WITH_TIMEOUT(notedProcess(m_report) > 0, longTry);
+        QVERIFY(comesTrue([&] { return notedProcess(m_report) > 0; }));
         if (verb == u"leave"_s) // the other one finds that nobody reads its pipe
             QVERIFY(isRunning(notedProcess(m_report)));
         killProcess(notedProcess(m_report));
@@ -337,7 +337,7 @@ void ProcessTest::runProgramDetached()
     QFETCH(QStringList, arguments);
 
     QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"arguments"_s), text, u"not used"_s, false), 0);
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_report), longTry);
+    QVERIFY(comesTrue([&] { return QFile::exists(m_report); }));
     const Report report = readReport(m_report);
     QCOMPARE(report.arguments, arguments);
     QCOMPARE(QDir(report.directory), QDir::current());

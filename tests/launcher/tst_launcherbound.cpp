@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <support/builtwith.h>
+#include <support/comestrue.h>
 #include <support/localtext.h>
-#include <support/longtry.h>
 #include <support/processes.h>
 
 #include <QTest>
@@ -124,7 +124,7 @@ void LauncherBoundTest::launchStopped(const char *name, const QStringList &words
 {
     launch(name, words);
     const Run &run = m_runs[name];
-    QTRY_VERIFY_WITH_TIMEOUT(notedProcess(run.report) > 0, longTry);
+    QVERIFY(comesTrue([&] { return notedProcess(run.report) > 0; }));
     const auto launcher = static_cast<pid_t>(run.process.processId());
     const auto target = static_cast<pid_t>(notedProcess(run.report));
     kill(launcher, SIGSTOP);

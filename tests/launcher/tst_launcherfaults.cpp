@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
-#include <support/longtry.h>
+#include <support/comestrue.h>
 #include <support/processes.h>
 #include <support/report.h>
 #include <support/smalldisk.h>
@@ -348,7 +348,7 @@ void LauncherFaultsTest::harmlessSignals()
 {
     const QStringList words{m_behave, u"nap"_s, u"4000"_s};
     launch(words);
-    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QVERIFY(comesTrue([&] { return noted().toLong() > 0; }));
     const auto launcher = static_cast<pid_t>(m_process->processId());
     for (const int signal : {SIGCHLD, SIGCONT, SIGWINCH, SIGURG, SIGPIPE, SIGSTOP, SIGCONT}) {
         QCOMPARE(kill(launcher, signal), 0);
@@ -377,12 +377,12 @@ void LauncherFaultsTest::signalsPassedOn()
     const QStringList words{m_behave, u"signals"_s, QString::number(sent.size())};
     m_process->setWorkingDirectory(m_directory->path());
     launch(words, [] { limit(RLIMIT_CORE, RLIM_INFINITY); });
-    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QVERIFY(comesTrue([&] { return noted().toLong() > 0; }));
     QByteArray received = "signals ";
     for (const int signal : std::as_const(sent)) {
         QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), signal), 0);
         received += QByteArray::number(signal) + ' ';
-        QTRY_COMPARE_WITH_TIMEOUT(noted(), received, longTry);
+        QVERIFY(comesTrue([&] { return noted() == received; }));
     }
     verifyEndedBy(sent.first(), words);
     QCOMPARE(noted(), received);                                                          // nothing twice
@@ -411,7 +411,7 @@ void LauncherFaultsTest::signalsTypedAtTheTerminal()
         if (open(name.constData(), O_RDWR) < 0)
             _exit(0);
     });
-    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QVERIFY(comesTrue([&] { return noted().toLong() > 0; }));
     QCOMPARE(write(terminal, "\x03", 1), 1);
     verifyEndedBy(SIGINT, words);
     QCOMPARE(noted(), "signals " + QByteArray::number(SIGINT) + ' '); // once
@@ -438,7 +438,7 @@ void LauncherFaultsTest::signalsBeforeTheTarget()
     m_environment.insert(u"HELPER_HOSTNAME"_s, u"hang"_s);
     m_environment.insert(u"HELPER_HOSTNAME_OUTPUT"_s, report);
     launch({m_arguments, u"x"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(notedProcess(report) > 0, longTry);
+    QVERIFY(comesTrue([&] { return notedProcess(report) > 0; }));
     const qint64 hostname = notedProcess(report);
     QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), signal), 0);
     QVERIFY(m_process->waitForFinished(beforeTheBound));
@@ -447,7 +447,7 @@ void LauncherFaultsTest::signalsBeforeTheTarget()
     QCOMPARE(m_process->readAllStandardOutput(), QByteArray());
     QVERIFY(!readReport(m_report).started);
 #ifdef Q_OS_LINUX
-    QTRY_VERIFY_WITH_TIMEOUT(!isRunning(hostname), longTry);
+    QVERIFY(comesTrue([&] { return !isRunning(hostname); }));
 #else
     killProcess(hostname);
 #endif
@@ -477,7 +477,7 @@ void LauncherFaultsTest::signalIgnored()
     // As nohup starts it.
     const QStringList words{m_behave, u"nap"_s, u"4000"_s};
     launch(words, [] { std::signal(SIGHUP, SIG_IGN); });
-    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QVERIFY(comesTrue([&] { return noted().toLong() > 0; }));
     QCOMPARE(kill(static_cast<pid_t>(noted().toLong()), SIGHUP), 0);
     QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), SIGHUP), 0);
     verifyQuiet(words);
@@ -547,11 +547,11 @@ void LauncherFaultsTest::killed()
         m_process->start(BuiltWith::launcher(), {m_behave, u"sleep"_s});
     else
         m_process->start(BuiltWith::helper(u"console"_s), {u"run"_s, m_behave, u"sleep"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(noted().toLong() > 0, longTry);
+    QVERIFY(comesTrue([&] { return noted().toLong() > 0; }));
     const qint64 target = noted().toLong();
     QCOMPARE(kill(static_cast<pid_t>(m_process->processId()), signal), 0);
     QVERIFY(m_process->waitForFinished(beforeTheBound));
-    QTRY_VERIFY_WITH_TIMEOUT(!isRunning(target), longTry);
+    QVERIFY(comesTrue([&] { return !isRunning(target); }));
 #endif
 }
 
