@@ -145,7 +145,9 @@ void fitting(AppRuntime &runtime, const QString &text, int columns)
     const QString cut = runtime.truncateToWidth(text, columns);
     Fuzz::require(text.startsWith(cut), "what is left is the beginning");
     Fuzz::require(columnsOf(cut) <= limit, "what is left fits");
-    if (cut.size() < text.size())
+    if (columns < 0)
+        Fuzz::require(cut.isEmpty(), "nothing fits a negative count, half a pair neither");
+    else if (cut.size() < text.size())
         Fuzz::require(columnsOf(text.first(cut.size() + 1)) > limit, "no character more would fit");
     if (columns < 1000) {
         const QString fitted = runtime.fitToWidth(text, columns);
