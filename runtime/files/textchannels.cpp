@@ -2,6 +2,7 @@
 #include <runtime/core/appruntime.h>
 #include <runtime/core/owncopy.h>
 #include <runtime/core/systemname.h>
+#include <runtime/files/codepage.h>
 #include <runtime/files/textchannels.h>
 
 #include <QByteArray>
@@ -24,12 +25,6 @@ namespace
 /// Code units asked of a stream at a time. It holds on to what it was asked for, in a buffer that it may copy
 /// whenever it adds to it: a line of 100 MB in one go would take minutes.
 constexpr qint64 portion = 65536;
-
-#ifdef Q_OS_WIN
-constexpr bool localIsUtf8 = false;
-#else
-constexpr bool localIsUtf8 = true; // to Qt 6, whatever the locale says
-#endif
 
 /// Reads a line through the stream; false at its end.
 bool readLineFrom(QTextStream &stream, QString &line)
@@ -113,7 +108,8 @@ protected:
             lookAtMark(QByteArrayView(data, size));
         if (m_wide)
             return size;
-        hold(QByteArrayView(data, size));
+        // A character that is cut off is for the next block.
+        m_held = QByteArrayView(data, size).last(cutOffIn(data, size)).toByteArray();
         size -= m_held.size();
         // A program that asks for all of the file asks once.
         if (char next = 0; !m_held.isEmpty() && !isSequential()) {
@@ -122,7 +118,8 @@ protected:
             else
                 size += std::exchange(m_held, {}).size();
         }
-        breakEnd(data, size);
+        if (m_utf8)
+            breakEnd(data, size);
         return size > 0 ? size : readData(data, maxSize); // a pipe may give less than a character
     }
 
@@ -137,21 +134,17 @@ private:
         m_emptyLine = text.count(u'\r') == text.size();
     }
 
-    /// Holds back a character that is cut off; in a code page, what stands behind the last line feed, which
-    /// is no second byte of a character.
-    void hold(QByteArrayView bytes)
+    [[nodiscard]] qsizetype cutOffIn(char *data, qsizetype size) const
     {
-        const qsizetype whole = m_utf8 ? bytes.size() - cutOff(bytes) : bytes.lastIndexOf('\n') + 1;
-        if (m_utf8 || whole > 0)
-            m_held = bytes.sliced(whole).toByteArray();
+        return m_utf8 ? cutOff({data, size}) : mendCodePage(data, size);
     }
 
     /// Lets no block end in a character that is cut off, and broken therefore. Its bytes become others that
-    /// are no character either, each by itself.
+    /// take no part in a character.
     void breakEnd(char *data, qsizetype size) const
     {
-        if (m_utf8 && !m_wide)
-            std::fill_n(data + size - cutOff({data, size}), cutOff({data, size}), '\xff');
+        const qsizetype cut = m_wide ? 0 : cutOffIn(data, size);
+        std::fill_n(data + size - cut, cut, m_utf8 ? '\xff' : '?');
     }
 
     QByteArray m_held; ///< The beginning of the next block.
