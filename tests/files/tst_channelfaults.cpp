@@ -313,7 +313,7 @@ void ChannelFaultsTest::errorInTheMiddle()
 {
     if (!QFile::exists(u"/proc/self/mem"_s))
         QSKIP("This system has no such file");
-    constexpr size_t size = 3 * 65536;
+    constexpr size_t size = size_t{3} * 65536;
     void *memory = mmap(nullptr, 2 * size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     QVERIFY(memory != MAP_FAILED);
     QCOMPARE(munmap(static_cast<char *>(memory) + size, size), 0);
