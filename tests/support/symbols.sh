@@ -24,9 +24,9 @@ if [[ $kind == static ]]; then
 else
     names=$("$nm" --dynamic --defined-only "$library" | sed -nE 's/^[0-9a-f]+ [A-Za-z] //p')
     foreign=$(grep -vE '^_Z' <<<"$names" || true)
-    # A debug build exports what it keeps of the inline functions of Qt's classes.
-    members=$(c++filt <<<"$names" | sed -E 's/\(.*//' | grep -vE '^(Q[A-Za-z]*::|appruntime_internal::waitedForProcess$)' |
-        sort -u)
+    # A debug build exports what it keeps of the inline code of Qt and of the standard library.
+    members=$(c++filt <<<"$names" | sed -E 's/\(.*//' |
+        grep -vE '^((std|Q[A-Za-z]*)::|appruntime_internal::waitedForProcess$)' | sort -u)
     headers=$(cat runtime/core/appruntime.h runtime/*/{csvrecord,inputmode,scancursor,textchannels,versioninfo}.h)
     while read -r member; do
         name=${member##*::}
