@@ -67,13 +67,11 @@ bool beginsWithKeyword(QStringView text, const QString &keyword)
     const QString part = text.first(size).toString();
     QString upperPart = upperCased(part);
     // Behind a character that changes, QString makes U+FFFD of a lone surrogate, but not of the high ones at
-    // the end of a text, unless a character before them became several. Here the end is that of the whole
-    // text.
+    // the end of a text. Here the end is that of the whole text.
     const auto isHigh = [](QChar unit) {
         return unit.isHighSurrogate();
     };
-    if (isHigh(part.back()) && upperPart != part
-        && (upperPart.size() > size || !std::all_of(text.begin() + size, text.end(), isHigh)))
+    if (isHigh(part.back()) && upperPart != part && !std::all_of(text.begin() + size, text.end(), isHigh))
         upperPart = upperCased(part + u' ');
     return upperPart.startsWith(upperKeyword);
 }

@@ -465,8 +465,9 @@ void ScannerTest::acceptKeyword_data()
     row("run of high halves up to the end", u"a"_s + high + high + high, u"A"_s + high, 0, 2);
     row("run of high halves before a letter", u"a"_s + high + high + u'x', u"A\ufffd"_s, 0, 2);
     row("run of high halves before a low one", u"a"_s + high + high + low, u"A\ufffd"_s + high + low, 0, 4);
-    row("high half at the end behind a longer one", u"ß"_s + high, u"SS\ufffd"_s, 0, 3);
-    row("high half at the end behind a longer one as itself", u"ß"_s + high, u"SS"_s + high, 0, -1);
+    row("high half at the end behind a longer one", u"ß"_s + high, u"SS\ufffd"_s, 0, -1);
+    row("high half at the end behind a longer one as itself", u"ß"_s + high, u"SS"_s + high, 0, 3);
+    row("the same text with a high half behind a longer one", u"ß"_s + high, u"ß"_s + high, 0, 2);
     row("lone high half alone before a pair", high + u"𐐨"_s, QString(high), 0, 1);
 
     row("very long rest", u" order"_s + QString(1'000'000, u'x'), u"ORDER"_s, 0, 6);
@@ -560,7 +561,9 @@ void ScannerTest::acceptKeywordAgainstLiteralForm()
         qsizetype begin = 0;
         while (begin < text.size() && text[begin] <= u' ')
             ++begin;
-        const bool expected = begin < text.size() && text.mid(begin).toUpper().startsWith(keyword.toUpper());
+        // Constant as the keyword is: QString upper-cases a high half at the end of a temporary otherwise.
+        const QString rest = text.mid(begin);
+        const bool expected = begin < text.size() && rest.toUpper().startsWith(keyword.toUpper());
         ScanCursor cursor;
         if (m_runtime.acceptKeyword(cursor, keyword, text) != expected) {
             QFAIL(qPrintable(u"text %1 keyword %2"_s.arg(
