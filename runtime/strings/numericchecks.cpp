@@ -23,14 +23,14 @@ QStringView withoutAsciiSpace(QStringView text)
     return text;
 }
 
-/// The value of a digit of any base; 36, which is none of any, for every other character.
+/// The value of a digit of any base; 36 or more, which no base has, for every other character.
 int digitOf(QChar character)
 {
     const char16_t unit = character.unicode();
     if (unit >= u'0' && unit <= u'9')
         return unit - u'0';
     const char16_t small = unit | 0x20; // of an ASCII letter
-    return small >= u'a' && small <= u'z' ? small - u'a' + 10 : 36;
+    return small >= u'a' ? small - u'a' + 10 : 36;
 }
 
 /// The whole number of 32 bits that the text is in a base from 2 to 36, or, for base 0, in the base that it
