@@ -18,7 +18,9 @@
 #ifdef Q_OS_UNIX
 #include <cerrno>
 #include <csignal>
+#include <functional>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -50,7 +52,71 @@ QFileInfo entry(const QString &name)
     return name.contains(QChar(u'\0')) ? QFileInfo() : QFileInfo(name);
 }
 
+#ifdef __GLIBC__
+/// What this program does in a call of the system that the runtime makes. All calls below are answered here.
+struct {
+    std::function<void(int)> beforeFlush; ///< Called with the descriptor.
+    std::function<void(int)> beforeWrite; ///< The same.
+    size_t mostWritten{SIZE_MAX};         ///< Bytes that one call takes.
+    bool interrupted{false};              ///< Whether every second read and write is.
+    int closeFails{-1};                   ///< The descriptor whose close() reports an error.
+    int renameError{0};                   ///< That of renameat2().
+} systemCalls;
+
+bool isInterrupted()
+{
+    static bool turn = false;
+    turn = systemCalls.interrupted && !turn;
+    if (turn)
+        errno = EINTR;
+    return turn;
+}
+#endif
+
 } // namespace
+
+#ifdef __GLIBC__
+extern "C" {
+
+int fsync(int descriptor)
+{
+    if (systemCalls.beforeFlush)
+        systemCalls.beforeFlush(descriptor);
+    return static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+ssize_t read(int descriptor, void *bytes, size_t size)
+{
+    return isInterrupted() ? -1 : syscall(SYS_read, descriptor, bytes, size);
+}
+
+ssize_t write(int descriptor, const void *bytes, size_t size)
+{
+    if (systemCalls.beforeWrite)
+        systemCalls.beforeWrite(descriptor);
+    return isInterrupted() ? -1 : syscall(SYS_write, descriptor, bytes, qMin(size, systemCalls.mostWritten));
+}
+
+int close(int descriptor)
+{
+    const auto result = static_cast<int>(syscall(SYS_close, descriptor));
+    if (descriptor != systemCalls.closeFails)
+        return result;
+    systemCalls.closeFails = -1;
+    errno = EIO;
+    return -1;
+}
+
+int renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned int flags) noexcept
+{
+    if (systemCalls.renameError == 0)
+        return static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
+    errno = systemCalls.renameError;
+    return -1;
+}
+
+} // extern "C"
+#endif
 
 class FileSystemTest : public QObject
 {
@@ -68,9 +134,16 @@ private Q_SLOTS:
     void renameFileFromTheRoot();
     void renameFileOfLinksAndPipes();
     void renameFileInCaseAlone();
+    void renameFileThroughAFolderOfTwoNames();
     void renameFileAcrossFileSystems_data();
     void renameFileAcrossFileSystems();
     void renameFileAcrossKeepsModeAndTime();
+    void renameFileAcrossKeepsOwnerAndRights();
+    void renameFileAcrossIsPrivateMeanwhile();
+    void renameFileAcrossFlushesFileAndFolder();
+    void renameFileAcrossInSmallPieces();
+    void renameFileAcrossOfAChangingFile_data();
+    void renameFileAcrossOfAChangingFile();
     void renameFileAcrossNeedsAFile();
     void renameFileAcrossOntoALink();
     void renameFileAcrossToFullDisk();
@@ -78,6 +151,8 @@ private Q_SLOTS:
     void renameFileAcrossOfUnknownSize();
     void renameFileAcrossUnreadable();
     void renameFileAcrossUnremovable();
+    void renameFileAcrossUnclosable();
+    void renameFileByLinkUnremovable();
     void renameFileWithRefusedCall_data();
     void renameFileWithRefusedCall();
     void makeDirectoryAndDeleteFileKeepTheError();
@@ -112,6 +187,9 @@ void FileSystemTest::init()
 
 void FileSystemTest::cleanup()
 {
+#ifdef __GLIBC__
+    systemCalls = {};
+#endif
     QVERIFY(QDir::setCurrent(m_before));
     QCOMPARE(m_runtime->checkMessage, u"old"_s);
 }
@@ -287,6 +365,38 @@ void FileSystemTest::renameFileInCaseAlone()
     QCOMPARE(names, QStringList{u"FILE"_s});
 }
 
+/// The system says that the new name is there, because it is the old one. Only case may make them differ.
+void FileSystemTest::renameFileThroughAFolderOfTwoNames()
+{
+#ifdef Q_OS_LINUX
+    const auto renamed = [this](const QString &from, const QString &to) {
+        return m_runtime->renameFile(m_directory->filePath(from), m_directory->filePath(to));
+    };
+    if (symlink("dir", "DIR") != 0)
+        QSKIP("To this file system the two names are one");
+    QCOMPARE(symlink("dir", "other"), 0);
+    QVERIFY(QDir().mkdir(u"dir/sub"_s));
+    QVERIFY(renamed(u"dir/inner"_s, u"DIR/inner"_s));
+    QVERIFY(renamed(u"DIR/sub"_s, u"dir/sub"_s));
+    QVERIFY(!renamed(u"dir/inner"_s, u"other/inner"_s));
+    QVERIFY(!renamed(u"dir/sub"_s, u"other/sub"_s));
+    QCOMPARE(link("dir/inner", "dir/second"), 0);
+    QVERIFY(!renamed(u"dir/inner"_s, u"DIR/inner"_s));
+    QVERIFY(makeFile(u"FILE"_s, "other"));
+    QVERIFY(!renamed(u"file"_s, u"FILE"_s));
+
+    QCOMPARE(fileBytes(u"file"_s), QByteArray("x"));
+    QCOMPARE(fileBytes(u"FILE"_s), QByteArray("other"));
+    QCOMPARE(fileBytes(u"dir/inner"_s), QByteArray("inner"));
+    QCOMPARE(
+        QDir(u"dir"_s).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+        (QStringList{u"inner"_s, u"second"_s, u"sub"_s})
+    );
+#else
+    QSKIP("On other systems the two names may be one");
+#endif
+}
+
 void FileSystemTest::renameFileAcrossFileSystems_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -350,6 +460,184 @@ void FileSystemTest::renameFileAcrossKeepsModeAndTime()
     QCOMPARE(QFile::permissions(to), before);
 #endif
     QCOMPARE(QFileInfo(to).lastModified(), time);
+}
+
+void FileSystemTest::renameFileAcrossKeepsOwnerAndRights()
+{
+#ifdef Q_OS_LINUX
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    const QByteArray target = QFile::encodeName(to);
+    if (chown("file", 12, 34) != 0 || chmod("file", 06755) != 0)
+        QSKIP("Only the superuser may give a file away");
+    QVERIFY(m_runtime->renameFile(from, to));
+    struct stat moved {
+    };
+    QCOMPARE(stat(target.constData(), &moved), 0);
+    QCOMPARE(moved.st_uid, 12U);
+    QCOMPARE(moved.st_gid, 34U);
+    QCOMPARE(moved.st_mode & 07777, 06755U);
+
+    // Nobody gets a program that runs with the rights of whoever moved it.
+    QProcess process;
+    process.setChildProcessModifier([] {
+        if (!refuseCall(SYS_fchown, EPERM))
+            _exit(77);
+    });
+    const QString further = m_directory->filePath(u"further"_s);
+    process.start(BuiltWith::helper(u"console"_s), {u"rename"_s, to, further});
+    QVERIFY(process.waitForFinished(60'000));
+    if (process.exitCode() == 77)
+        QSKIP("The system cannot refuse calls");
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(stat("further", &moved), 0);
+    QCOMPARE(moved.st_uid, geteuid());
+    QCOMPARE(moved.st_mode & 07777, 0755U);
+#else
+    QSKIP("Rights of this kind are of other systems");
+#endif
+}
+
+/// Nobody else reads half a file, or one that is private.
+void FileSystemTest::renameFileAcrossIsPrivateMeanwhile()
+{
+#ifdef __GLIBC__
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    QCOMPARE(chmod("file", 0666), 0);
+    QList<uint> modes;
+    systemCalls.beforeWrite = [&modes](int descriptor) {
+        struct stat file {
+        };
+        if (fstat(descriptor, &file) == 0 && S_ISREG(file.st_mode))
+            modes += file.st_mode & 0777;
+    };
+    QVERIFY(m_runtime->renameFile(m_directory->filePath(u"file"_s), elsewhere->filePath(u"new"_s)));
+    systemCalls = {};
+    QCOMPARE(modes, QList<uint>{0600});
+#else
+    QSKIP("The test cannot look on here");
+#endif
+}
+
+/// Before the old name goes. A power cut leaves at least one of the two.
+void FileSystemTest::renameFileAcrossFlushesFileAndFolder()
+{
+#ifdef __GLIBC__
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    QStringList flushed;
+    systemCalls.beforeFlush = [&](int descriptor) {
+        flushed += QFile::symLinkTarget(u"/proc/self/fd/%1"_s.arg(descriptor));
+        flushed += QFileInfo::exists(from) && fileBytes(to) == "x" ? u"both there"_s : u"not both there"_s;
+    };
+    QVERIFY(m_runtime->renameFile(from, to));
+    systemCalls = {};
+    const QString folder = QFileInfo(elsewhere->path()).canonicalFilePath();
+    QCOMPARE(flushed, (QStringList{folder + u"/new"_s, u"both there"_s, folder, u"both there"_s}));
+#else
+    QSKIP("The test cannot look on here");
+#endif
+}
+
+void FileSystemTest::renameFileAcrossInSmallPieces()
+{
+#ifdef __GLIBC__
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QByteArray bytes = "0123456789\0"_ba.repeated(10'000);
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    QVERIFY(makeFile(from, bytes));
+    systemCalls.interrupted = true;
+    systemCalls.mostWritten = 1000;
+    const bool renamed = m_runtime->renameFile(from, to);
+    systemCalls = {};
+    QVERIFY(renamed);
+    QCOMPARE(fileBytes(to), bytes);
+#else
+    QSKIP("The test cannot step in here");
+#endif
+}
+
+void FileSystemTest::renameFileAcrossOfAChangingFile_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<int>("flush"); // of the copy (0) or its folder (1)
+
+    for (const int flush : {0, 1}) {
+        const char *during = flush == 0 ? "before the copy is whole" : "behind that";
+        for (const char *change : {"grows", "shrinks", "second", "nanosecond", "other", "gone", "link"})
+            QTest::addRow("%s, %s", change, during) << QString::fromLatin1(change) << flush;
+    }
+}
+
+/// What another program does to the source meanwhile counts: it stays as it is, and no copy is left.
+void FileSystemTest::renameFileAcrossOfAChangingFile()
+{
+#ifdef __GLIBC__
+    QFETCH(QString, change);
+    QFETCH(int, flush);
+
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    QVERIFY(makeFile(from, "123"));
+    const timespec time{1'000'000'000, 5}, nextSecond{1'000'000'001, 5}, nextNanosecond{1'000'000'000, 6};
+    const auto setTime = [](const timespec &modified) {
+        const timespec both[2] = {modified, modified};
+        utimensat(AT_FDCWD, "file", both, 0);
+    };
+    setTime(time);
+
+    // Each is the only difference.
+    const auto changeSource = [&] {
+        if (change == u"grows") {
+            makeFile(from, "1234");
+            setTime(time);
+        } else if (change == u"shrinks") {
+            makeFile(from, "12");
+            setTime(time);
+        } else if (change == u"second") {
+            setTime(nextSecond);
+        } else if (change == u"nanosecond") {
+            setTime(nextNanosecond);
+        } else if (change == u"other") {
+            rename("file", "old");
+            makeFile(from, "456");
+            setTime(time);
+        } else if (change == u"link") {
+            rename("file", "old");
+            symlink("old", "file");
+        } else {
+            rename("file", "old");
+        }
+    };
+    int flushes = 0;
+    systemCalls.beforeFlush = [&](int) {
+        if (flushes++ == flush)
+            changeSource();
+    };
+    const bool renamed = m_runtime->renameFile(from, to);
+    systemCalls = {};
+
+    QVERIFY(!renamed);
+    QCOMPARE(m_runtime->lastError, u"rename file error("_s + from + u')');
+    QVERIFY(!QFileInfo::exists(to));
+    QCOMPARE(QFileInfo::exists(from), change != u"gone");
+    if (change == u"other")
+        QCOMPARE(fileBytes(from), QByteArray("456"));
+    if (QFileInfo::exists(u"old"_s))
+        QCOMPARE(fileBytes(u"old"_s), QByteArray("123"));
+#else
+    QSKIP("The test cannot step in here");
+#endif
 }
 
 /// Directories, links and pipes stay where they are.
@@ -511,6 +799,53 @@ void FileSystemTest::renameFileAcrossUnremovable()
 #endif
 }
 
+/// A file system over a network may write when a file is closed.
+void FileSystemTest::renameFileAcrossUnclosable()
+{
+#ifdef __GLIBC__
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
+    systemCalls.beforeFlush = [](int descriptor) {
+        systemCalls.closeFails = descriptor;
+    };
+    const bool renamed = m_runtime->renameFile(from, to);
+    systemCalls = {};
+    QVERIFY(!renamed);
+    QCOMPARE(fileBytes(from), QByteArray("x"));
+    QVERIFY(!QFileInfo::exists(to));
+#else
+    QSKIP("The test cannot step in here");
+#endif
+}
+
+/// The same within one file system, where the system cannot rename without the danger to replace a file.
+void FileSystemTest::renameFileByLinkUnremovable()
+{
+#ifdef __GLIBC__
+    const bool superuser = geteuid() == 0;
+    if (superuser && chown("dir/inner", 65534, 65534) != 0)
+        QSKIP("The superuser cannot give a file away here");
+    QCOMPARE(chmod("dir", 0555), 0);
+    QCOMPARE(chmod(QFile::encodeName(m_directory->path()).constData(), 0777), 0);
+    if (superuser && seteuid(65534) != 0)
+        QSKIP("The superuser cannot become anybody else here");
+    systemCalls.renameError = ENOSYS;
+    const bool renamed
+        = m_runtime->renameFile(m_directory->filePath(u"dir/inner"_s), m_directory->filePath(u"new"_s));
+    systemCalls = {};
+    if (superuser)
+        QCOMPARE(seteuid(0), 0);
+    QCOMPARE(chmod("dir", 0755), 0);
+    QVERIFY(!renamed);
+    QCOMPARE(fileBytes(u"dir/inner"_s), QByteArray("inner"));
+    QVERIFY(!QFileInfo::exists(u"new"_s));
+#else
+    QSKIP("The test cannot step in here");
+#endif
+}
+
 void FileSystemTest::renameFileWithRefusedCall_data()
 {
 #ifdef Q_OS_LINUX
@@ -546,12 +881,14 @@ void FileSystemTest::renameFileWithRefusedCall_data()
         row("directory below a file", dir, u"file/new"_s, false, oldSystem, false);
         row("file across", file, fresh, true, oldSystem, true);
         row("directory across", dir, fresh, true, oldSystem, false);
-        for (const int refusal : {EPERM, EOPNOTSUPP}) {
-            prefix += refusal == EPERM ? "no links: " : "no links at all: ";
+        const QByteArray system = prefix;
+        for (const int refusal : {EPERM, EOPNOTSUPP, ENOSYS, EMLINK}) {
+            prefix = system + "no links, error " + QByteArray::number(refusal) + ": ";
             const QList<int> noLinks = oldSystem + QList<int>{SYS_linkat, refusal, -1};
             row("file", file, fresh, false, noLinks, true);
             row("onto a file", file, u"dir/inner"_s, false, noLinks, false);
         }
+        prefix = system;
         row("link fails", file, fresh, false, oldSystem + QList<int>{SYS_linkat, EIO, -1}, false);
     }
     prefix.clear();
@@ -559,10 +896,13 @@ void FileSystemTest::renameFileWithRefusedCall_data()
     row("disk full", file, fresh, true, {SYS_write, ENOSPC, -1}, false);
     row("flush fails", file, fresh, true, {SYS_fsync, EIO, -1}, false);
     row("mode fails", file, fresh, true, {SYS_fchmod, EIO, -1}, false);
-    row("mode unknown", file, fresh, true, {SYS_fchmod, EPERM, -1}, true);
     row("owner unknown", file, fresh, true, {SYS_fchown, EPERM, -1}, true);
-    row("time unknown", file, fresh, true, {SYS_utimensat, EOPNOTSUPP, -1}, true);
     row("time fails", file, fresh, true, {SYS_utimensat, EIO, -1}, false);
+    for (const int refusal : {EPERM, EOPNOTSUPP, ENOSYS}) {
+        prefix = "error " + QByteArray::number(refusal) + ": ";
+        row("mode unknown", file, fresh, true, {SYS_fchmod, refusal, -1}, true);
+        row("time unknown", file, fresh, true, {SYS_utimensat, refusal, -1}, true);
+    }
 #endif
 }
 
