@@ -40,6 +40,7 @@ private Q_SLOTS:
     void writeTraceTagged();
     void writeTraceKeepsItsPlace();
     void writeTraceIsWrittenAtOnce();
+    void writeTraceIntoAStreamOfTheProgram();
     void writeTraceIntoAFullPipe_data();
     void writeTraceIntoAFullPipe();
     void writeTraceWithoutReader();
@@ -49,6 +50,7 @@ private Q_SLOTS:
     void readConsoleLine();
     void readConsoleLineOfAnyLength();
     void readConsoleLineFromTerminal();
+    void readConsoleLineThatComesInParts_data();
     void readConsoleLineThatComesInParts();
     void formatTimestamp_data();
     void formatTimestamp();
@@ -70,7 +72,7 @@ QByteArray consoleOutput(const QStringList &words, const QByteArray &input = QBy
 }
 
 #ifdef Q_OS_UNIX
-/// A pipe, with the end that a program is started with in non-blocking mode.
+/// A pipe between a test and a program that it starts.
 class Pipe
 {
 public:
@@ -91,9 +93,10 @@ public:
     Q_DISABLE_COPY_MOVE(Pipe)
 
     /// Starts the console helper with one end as its standard input (0) or output (1), which is closed here.
-    void start(QProcess &process, int end, const QStringList &words)
+    /// The end is in non-blocking mode unless `mode` is 0.
+    void start(QProcess &process, int end, const QStringList &words, int mode = O_NONBLOCK)
     {
-        fcntl(m_ends[end], F_SETFL, fcntl(m_ends[end], F_GETFL) | O_NONBLOCK);
+        fcntl(m_ends[end], F_SETFL, fcntl(m_ends[end], F_GETFL) | mode);
         process.setChildProcessModifier([this, end] {
             std::signal(SIGPIPE, SIG_IGN);
             dup2(m_ends[end], end);
@@ -284,13 +287,32 @@ void TraceTest::writeTraceIsWrittenAtOnce()
     QCOMPARE(consoleOutput({u"last"_s, u"x"_s}), QByteArray("x\n"));
 }
 
+// There is no descriptor behind it.
+void TraceTest::writeTraceIntoAStreamOfTheProgram()
+{
+#ifdef __GLIBC__
+    QCOMPARE(consoleOutput({u"stream"_s, u"x"_s}), QByteArray("[x\n]"));
+#else
+    QSKIP("A program cannot put a stream of its own there");
+#endif
+}
+
 void TraceTest::writeTraceIntoAFullPipe_data()
 {
     QTest::addColumn<qsizetype>("size");
+    QTest::addColumn<bool>("waits"); // the system, in the middle of a call
+    QTest::addColumn<bool>("interrupted");
 
-    QTest::newRow("as much as there is room for") << qsizetype(65535 - 7);
-    QTest::newRow("a byte more") << qsizetype(65536 - 7);
-    QTest::newRow("much more") << qsizetype(110'000);
+    for (const bool waits : {false, true}) {
+        for (const bool interrupted : {false, true}) {
+            const char *mode = waits ? "waiting" : "not waiting";
+            const char *often = interrupted ? ", interrupted" : "";
+            QTest::addRow("as much as there is room for, %s%s", mode, often)
+                << qsizetype(65535 - 7) << waits << interrupted;
+            QTest::addRow("a byte more, %s%s", mode, often) << qsizetype(65536 - 7) << waits << interrupted;
+            QTest::addRow("much more, %s%s", mode, often) << qsizetype(110'000) << waits << interrupted;
+        }
+    }
 }
 
 // A line arrives whole, and between what the program printed by other means.
@@ -298,11 +320,16 @@ void TraceTest::writeTraceIntoAFullPipe()
 {
 #ifdef Q_OS_UNIX
     QFETCH(qsizetype, size);
+    QFETCH(bool, waits);
+    QFETCH(bool, interrupted);
     Pipe pipe;
     QProcess process;
-    pipe.start(process, 1, {u"twice"_s, QString(size, u'x')});
+    const QStringList words = interrupted ? QStringList{u"interrupted"_s} : QStringList();
+    pipe.start(process, 1, words + QStringList{u"twice"_s, QString(size, u'x')}, waits ? 0 : O_NONBLOCK);
     // What fits into the pipe is there at once, behind the first word.
     QVERIFY(comesTrue([&] { return pipe.waiting() > 7; }));
+    if (interrupted)
+        QTest::qWait(50); // while it finds no room, most of the time
     const QByteArray line = QByteArray(size, 'x') + '\n';
     QCOMPARE(pipe.readAll(), "before " + line + "between " + line);
     QVERIFY(process.waitForFinished(60'000));
@@ -454,13 +481,27 @@ void TraceTest::readConsoleLineFromTerminal()
 #endif
 }
 
+void TraceTest::readConsoleLineThatComesInParts_data()
+{
+    QTest::addColumn<bool>("waits");
+    QTest::addColumn<bool>("interrupted");
+
+    QTest::newRow("not waiting") << false << false;
+    QTest::newRow("not waiting, interrupted") << false << true;
+    QTest::newRow("waiting") << true << false;
+    QTest::newRow("waiting, interrupted") << true << true;
+}
+
 void TraceTest::readConsoleLineThatComesInParts()
 {
 #ifdef Q_OS_UNIX
+    QFETCH(bool, waits);
+    QFETCH(bool, interrupted);
     Pipe pipe;
     QProcess process;
     pipe.write("ab");
-    pipe.start(process, 0, {u"lines"_s, u"2"_s});
+    const QStringList words = interrupted ? QStringList{u"interrupted"_s} : QStringList();
+    pipe.start(process, 0, words + QStringList{u"lines"_s, u"2"_s}, waits ? 0 : O_NONBLOCK);
     QVERIFY(comesTrue([&] { return pipe.waiting() == 0; }));
     QTest::qWait(50); // it finds nothing more, most of the time
     pipe.write("c\nd");

@@ -8,8 +8,10 @@
 //   last TEXT           writeTrace, and an end that leaves no stream the time to write
 //   run PROGRAM TEXT    runProgram, waited for
 //   rename FROM TO      renameFile; exits with 0 when it worked, else with 1
+//   stream TEXT         writeTrace while stdout is a stream in memory, whose bytes are printed in brackets
 //   lines COUNT         readConsoleLine COUNT times, each line printed in brackets, then what is left of the
 //   input
+// Behind the word "interrupted" the same, while a signal comes in every millisecond.
 #include <runtime/core/appruntime.h>
 
 #include <QCoreApplication>
@@ -22,6 +24,8 @@
 #include <fcntl.h>
 #include <io.h>
 #else
+#include <csignal>
+#include <sys/time.h>
 #include <unistd.h>
 #endif
 
@@ -40,6 +44,19 @@ void printRest()
     }
 }
 
+#ifndef _WIN32
+/// Sends this process a signal every millisecond. The call that it interrupts is not made again.
+void interruptEverything()
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) {
+    };
+    sigaction(SIGALRM, &action, nullptr);
+    const itimerval often{{0, 1000}, {0, 1000}};
+    setitimer(ITIMER_REAL, &often, nullptr);
+}
+#endif
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -52,6 +69,13 @@ int main(int argc, char **argv)
     char *qtArgv[] = {argv[0], nullptr};
     const QCoreApplication application(qtArgc, qtArgv);
     AppRuntime runtime(QStringLiteral("CONSOLE"));
+#ifndef _WIN32
+    if (argc > 1 && std::strcmp(argv[1], "interrupted") == 0) {
+        interruptEverything();
+        --argc;
+        ++argv;
+    }
+#endif
     const char *verb = argc > 1 ? argv[1] : "";
     const char *word = argc > 2 ? argv[2] : "";
     const QString text = QString::fromLocal8Bit(argv[argc - 1]);
@@ -81,6 +105,16 @@ int main(int argc, char **argv)
         runtime.runProgram(QString::fromLocal8Bit(word), text, QString(), true);
     } else if (std::strcmp(verb, "rename") == 0) {
         return runtime.renameFile(QString::fromLocal8Bit(word), text) ? 0 : 1;
+#ifdef __GLIBC__
+    } else if (std::strcmp(verb, "stream") == 0) {
+        char *bytes = nullptr;
+        std::size_t size = 0;
+        std::FILE *const console = stdout;
+        stdout = open_memstream(&bytes, &size);
+        runtime.writeTrace(text);
+        stdout = console;
+        std::printf("[%.*s]", static_cast<int>(size), bytes);
+#endif
     } else if (std::strcmp(verb, "lines") == 0) {
         for (int i = std::atoi(word); i > 0; --i) {
             const QByteArray line = runtime.readConsoleLine().toUtf8();
