@@ -8,18 +8,18 @@ namespace
 
 /// QString moves the rest of a text for every character that becomes several, such as ß (SS). A long text of
 /// them would take time that grows with the square of its length, so a long text is converted in pieces.
-constexpr qsizetype pieceLength = 1024;
+constexpr qsizetype mappedAtOnce = 1024;
 
 /// The text as `convert` gives it. `letter` is one that `convert` changes.
 template<typename Convert> QString inPieces(const QString &text, QChar letter, Convert convert)
 {
-    if (text.size() <= pieceLength)
+    if (text.size() <= mappedAtOnce)
         return convert(text);
 
     QString result;
     bool changed = false;
     for (qsizetype begin = 0, end = 0; begin < text.size(); begin = end) {
-        end = std::min(begin + pieceLength, text.size());
+        end = std::min(begin + mappedAtOnce, text.size());
         // A pair stays whole. And only high surrogates at the end of the text are left alone by QString.
         while (end < text.size() && text[end - 1].isHighSurrogate())
             ++end;

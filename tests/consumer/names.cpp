@@ -31,23 +31,36 @@ qsizetype indexOfFirst(QStringView, QStringView, qsizetype) { called("indexOfFir
 QStringView withoutLeadingBlanks(QStringView) { called("withoutLeadingBlanks"); }
 QStringView withoutTrailingBlanks(QStringView) { called("withoutTrailingBlanks"); }
 bool isOneColumn(char16_t) { called("isOneColumn"); }
+QString upperCased(const QString &) { called("upperCased"); }
+QString lowerCased(const QString &) { called("lowerCased"); }
+QByteArray utf8Of(const QString &) { called("utf8Of"); }
+qsizetype mendCodePage(char *, qsizetype) { called("mendCodePage"); }
+bool moveFile(const QString &, const QString &) { called("moveFile"); }
+void writeConsole(const QByteArray &) { called("writeConsole"); }
+bool readConsole(char &) { called("readConsole"); }
+quint32 bitsOf(QChar, const QChar *) { called("bitsOf"); }
+bool isElementOf(const QStringList &, const QString &) { called("isElementOf"); }
 int waitedForProcess = 4711;
 // clang-format on
 
 class ListFiller
 {
 public:
-    ListFiller(QStringList &, QString);
-    QStringView text() const;
+    explicit ListFiller(QStringList &);
+    ~ListFiller();
     QString &add(QStringView);
-    void finish();
+
+private:
+    static void copyUnits(const QChar *, qsizetype, QChar *);
+    QString &append(QStringView);
 };
 
 // clang-format off
-ListFiller::ListFiller(QStringList &, QString) { called("ListFiller"); }
-QStringView ListFiller::text() const { called("ListFiller::text"); }
+ListFiller::ListFiller(QStringList &) { called("ListFiller"); }
+ListFiller::~ListFiller() { called("~ListFiller"); }
 QString &ListFiller::add(QStringView) { called("ListFiller::add"); }
-void ListFiller::finish() { called("ListFiller::finish"); }
+void ListFiller::copyUnits(const QChar *, qsizetype, QChar *) { called("ListFiller::copyUnits"); }
+QString &ListFiller::append(QStringView) { called("ListFiller::append"); }
 // clang-format on
 
 namespace
@@ -91,5 +104,10 @@ int main(int argc, char **argv)
     verify(runtime.environmentValue(QStringLiteral("NAMES_UNSET")).isEmpty(), "environment");
     verify(runtime.displayWidth(QStringLiteral("a\u6f22")) == 3, "width");
     verify(runtime.indexOfAny(QStringLiteral("abc"), QStringLiteral("cb"), 0) == 1, "search");
+    verify(runtime.toUpper(QStringLiteral("a\u00e9")) == QStringLiteral("A\u00c9"), "capitals");
+    verify(runtime.toLower(QStringLiteral("A\u00c9")) == QStringLiteral("a\u00e9"), "small letters");
+    verify(!runtime.renameFile(QStringLiteral("missing"), QStringLiteral("new")), "renaming");
+    verify(std::freopen("/dev/null", "r", stdin), "no input");
+    verify(runtime.readConsoleLine().isEmpty(), "line of the console");
     return 0;
 }
