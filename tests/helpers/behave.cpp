@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -107,8 +108,11 @@ int main(int argc, char **argv)
         std::abort();
     if (verb == "sleep" || verb == "superuser")
         sleepLong();
-    if (verb == "nap") {
-        std::this_thread::sleep_for(std::chrono::milliseconds(number));
+    if (verb == "nap") { // until the noted number is taken away
+        const char *report = std::getenv("HELPER_OUTPUT");
+        const auto end = std::chrono::steady_clock::now() + longTime;
+        while (report && std::filesystem::exists(report) && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
         note("rested");
     }
     if (verb == "flood")
