@@ -98,14 +98,15 @@ protected:
             return held;
         const qint64 count = QFile::readData(data + held, maxSize - held);
         if (count <= 0) {
-            if (count == 0)
-                breakEnd(data, held);
+            breakEnd(data, held);
             return held > 0 ? held : count;
         }
 
         qsizetype size = held + count;
         if (std::exchange(m_atStart, false))
             lookAtMark(QByteArrayView(data, size));
+        else if (m_emptyLine)
+            m_emptyLine = QByteArrayView(data, size).count('\r') == size;
         if (m_wide)
             return size;
         // A character that is cut off is for the next block.
@@ -140,11 +141,11 @@ private:
     }
 
     /// Lets no block end in a character that is cut off, and broken therefore. Its bytes become others that
-    /// take no part in a character.
+    /// take no part in a character, nor in a byte order mark.
     void breakEnd(char *data, qsizetype size) const
     {
         const qsizetype cut = m_wide ? 0 : cutOffIn(data, size);
-        std::fill_n(data + size - cut, cut, m_utf8 ? '\xff' : '?');
+        std::fill_n(data + size - cut, cut, m_utf8 ? '\xfd' : '?');
     }
 
     QByteArray m_held; ///< The beginning of the next block.

@@ -250,8 +250,14 @@ void TextChannelsTest::read_data()
     row("character cut off by the end", "a\n\xe6\xbc", {u"a"_s, u"\ufffd\ufffd"_s});
     row("nothing but a character cut off", "\xe6\xbc", {u"\ufffd\ufffd"_s});
     row("CR alone", "\r", {u""_s});
+    row("CR alone, more than a block", QByteArray(40'000, '\r'), {u""_s});
+    row("a block of CR before the first line", QByteArray(16'384, '\r') + "a\n", {u"a"_s});
+    row("byte order mark and a block of CR",
+        "\xef\xbb\xbf" + QByteArray(16'381, '\r') + QByteArray(16'384, '\r') + "a",
+        {u"a"_s});
     row("CR behind the last line", "a\n\r", {u"a"_s});
     row("byte order mark of UTF-16 alone", "\xff\xfe", {u""_s});
+    row("half a mark and a character cut off", "\xfe\xe3", {u"\ufffd\ufffd"_s});
     row("invalid byte after a NUL", "\0\xff\n"_ba, {nul + u"\ufffd"_s});
 }
 
