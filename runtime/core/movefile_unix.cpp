@@ -63,6 +63,19 @@ int renameAfterCheck(const char *from, const char *to)
     return std::rename(from, to) == 0 ? 0 : errno;
 }
 
+/// Removes the old name of a file that has the new one already; where that fails, the new one goes again.
+///
+/// A server may remove a name and its answer be lost. The new name goes only while the old one is seen.
+bool removeOrRestore(const char *from, const char *to)
+{
+    struct stat there {
+    };
+    if (unlink(from) == 0 || lstat(from, &there) != 0)
+        return true;
+    unlink(to);
+    return false;
+}
+
 /// Renames within one file system by a second link, which the system never puts over an existing name.
 int renameByLink(const char *from, const char *to)
 {
@@ -76,11 +89,7 @@ int renameByLink(const char *from, const char *to)
         const bool withoutLinks = errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS || errno == EMLINK;
         return withoutLinks ? renameAfterCheck(from, to) : errno;
     }
-    if (unlink(from) == 0)
-        return 0;
-    const int error = errno;
-    unlink(to);
-    return error;
+    return removeOrRestore(from, to) ? 0 : EIO;
 }
 
 /// Renames within one file system. Returns 0 or the system's error, EEXIST for a new name that is there.
@@ -103,6 +112,21 @@ bool isOneName(const char *from, const char *to)
     }, other{};
     return lstat(from, &one) == 0 && lstat(to, &other) == 0 && isSameFile(one, other)
         && (S_ISDIR(one.st_mode) || one.st_nlink == 1);
+}
+
+/// Changes the case of a name. Where `a` and `A` are the same, Linux says that this is done and does nothing:
+/// the file needs another name in between.
+bool renameInCase(QByteArray from, const char *to)
+{
+    while (from.endsWith('/'))
+        from.chop(1);
+    const QByteArray between = from + '.' + QByteArray::number(getpid());
+    if (renameHere(from.constData(), between.constData()) != 0)
+        return false;
+    if (renameHere(between.constData(), to) == 0)
+        return true;
+    renameHere(between.constData(), from.constData());
+    return false;
 }
 
 /// Writes all of `size` bytes.
@@ -129,11 +153,11 @@ bool copyBytes(int from, int to, off_t size)
         const ssize_t count = read(from, block.data(), static_cast<size_t>(block.size()));
         if (count < 0 && errno == EINTR)
             continue;
-        if (count < 0 || !writeAll(to, block.constData(), static_cast<size_t>(count)))
-            return false;
-        if (count == 0)
-            return copied == size;
+        if (count <= 0)
+            return count == 0 && copied == size;
         copied += count;
+        if (copied > size || !writeAll(to, block.constData(), static_cast<size_t>(count)))
+            return false;
     }
 }
 
@@ -186,13 +210,17 @@ bool copyTo(int from, const struct stat &source, const char *to)
 /// Moves a file to another file system.
 bool moveAcross(const char *from, const char *to)
 {
-    // Without waiting for somebody at the other end of a pipe. Neither a link nor a pipe or device is moved.
+    // Neither a link nor a pipe or device is moved. They are not opened either: whoever writes to a pipe
+    // would take us for its reader.
+    struct stat source {
+    };
+    if (lstat(from, &source) != 0 || !S_ISREG(source.st_mode))
+        return false;
+    // Not waiting, should a pipe have taken the name meanwhile. It would be found out as another file.
     const int file = open(from, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (file < 0)
         return false;
-    struct stat source {
-    };
-    const bool copied = fstat(file, &source) == 0 && S_ISREG(source.st_mode) && copyTo(file, source, to);
+    const bool copied = copyTo(file, source, to);
     close(file);
     if (!copied)
         return false;
@@ -200,8 +228,8 @@ bool moveAcross(const char *from, const char *to)
     // Another file may have taken the name meanwhile. It stays.
     struct stat now {
     };
-    if (lstat(from, &now) == 0 && !hasChanged(source, now) && unlink(from) == 0)
-        return true;
+    if (lstat(from, &now) == 0 && !hasChanged(source, now))
+        return removeOrRestore(from, to);
     unlink(to);
     return false;
 }
@@ -217,6 +245,6 @@ bool appruntime_internal::moveFile(const QString &from, const QString &to)
         return moveAcross(source.constData(), target.constData());
     if (error == EEXIST && from != to && from.compare(to, Qt::CaseInsensitive) == 0
         && isOneName(source.constData(), target.constData()))
-        return std::rename(source.constData(), target.constData()) == 0;
+        return renameInCase(source, target.constData());
     return error == 0;
 }

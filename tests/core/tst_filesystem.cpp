@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <support/builtwith.h>
+#include <support/comestrue.h>
 #include <support/processes.h>
 #include <support/refusedcall.h>
 #include <support/smalldisk.h>
@@ -27,6 +28,7 @@
 #include <unistd.h>
 #endif
 #ifdef Q_OS_LINUX
+#include <sys/inotify.h>
 #include <sys/syscall.h>
 #endif
 
@@ -77,6 +79,7 @@ struct {
     bool interrupted{false};              ///< Whether every second read and write is.
     int closeFails{-1};                   ///< The descriptor whose close() reports an error.
     int renameError{0};                   ///< That of renameat2().
+    bool unlinkAnswerLost{false};         ///< Whether unlink() removes a name and reports an error.
 } systemCalls;
 
 bool isInterrupted()
@@ -131,6 +134,15 @@ int renameat2(int fromFolder, const char *from, int toFolder, const char *to, un
     return -1;
 }
 
+int unlink(const char *name) noexcept
+{
+    const auto result = static_cast<int>(syscall(SYS_unlinkat, AT_FDCWD, name, 0));
+    if (!systemCalls.unlinkAnswerLost)
+        return result;
+    errno = EIO;
+    return -1;
+}
+
 } // extern "C"
 #endif
 
@@ -151,6 +163,9 @@ private Q_SLOTS:
     void renameFileOfLinksAndPipes();
     void renameFileInCaseAlone();
     void renameFileThroughAFolderOfTwoNames();
+    void renameFileWhereCaseIsNoDifference();
+    void renameFileWithLostAnswer_data();
+    void renameFileWithLostAnswer();
     void renameFileAcrossFileSystems_data();
     void renameFileAcrossFileSystems();
     void renameFileAcrossKeepsModeAndTime();
@@ -165,6 +180,8 @@ private Q_SLOTS:
     void renameFileAcrossToFullDisk();
     void renameFileAcrossToFileTooLarge();
     void renameFileAcrossOfUnknownSize();
+    void renameFileAcrossOfEndlessFile();
+    void renameFileAcrossOpensNoPipe();
     void renameFileAcrossWithoutRights_data();
     void renameFileAcrossWithoutRights();
     void renameFileAcrossUnclosable();
@@ -410,6 +427,60 @@ void FileSystemTest::renameFileThroughAFolderOfTwoNames()
     );
 #else
     QSKIP("On other systems the two names may be one");
+#endif
+}
+
+/// Linux says that a rename of `file` to `FILE` is done there, and does nothing.
+void FileSystemTest::renameFileWhereCaseIsNoDifference()
+{
+    CaselessDisk disk;
+    if (!disk.isMounted())
+        QSKIP("Such a file system cannot be mounted here");
+    const QDir folder(disk.path());
+    QVERIFY(makeFile(folder.filePath(u"file"_s), "bytes"));
+    QVERIFY(folder.mkdir(u"dir"_s));
+    QVERIFY(makeFile(folder.filePath(u"other"_s)));
+    const auto renamed = [&](const QString &from, const QString &to) {
+        return m_runtime->renameFile(folder.filePath(from), folder.filePath(to));
+    };
+    QVERIFY(renamed(u"file"_s, u"FILE"_s));
+    QVERIFY(renamed(u"dir"_s, u"Dir"_s));
+    QVERIFY(renamed(u"Dir/"_s, u"DIR/"_s));
+    QVERIFY(!renamed(u"FILE"_s, u"OTHER"_s));
+    QVERIFY(!renamed(u"FILE"_s, u"FILE"_s));
+    QCOMPARE(fileBytes(folder.filePath(u"FILE"_s)), QByteArray("bytes"));
+    const QStringList expected{u"DIR"_s, u"FILE"_s, u"other"_s};
+    QVERIFY(comesTrue([&] { return disk.unmountedNames() == expected; })); // it writes for a while longer
+}
+
+void FileSystemTest::renameFileWithLostAnswer_data()
+{
+    QTest::addColumn<bool>("across");
+
+    QTest::newRow("on one file system") << false;
+    QTest::newRow("across file systems") << true;
+}
+
+/// A server has removed the old name, and says that it could not. The new name is the only one then.
+void FileSystemTest::renameFileWithLostAnswer()
+{
+#ifdef __GLIBC__
+    QFETCH(bool, across);
+
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (across && !elsewhere)
+        QSKIP("There is one file system only");
+    const QString from = m_directory->filePath(u"file"_s);
+    const QString to = across ? elsewhere->filePath(u"new"_s) : m_directory->filePath(u"new"_s);
+    systemCalls.renameError = across ? 0 : ENOSYS;
+    systemCalls.unlinkAnswerLost = true;
+    const bool renamed = m_runtime->renameFile(from, to);
+    systemCalls = {};
+    QVERIFY(renamed);
+    QCOMPARE(fileBytes(to), QByteArray("x"));
+    QVERIFY(!QFileInfo::exists(from));
+#else
+    QSKIP("Only here a call of the system can be replaced");
 #endif
 }
 
@@ -760,6 +831,48 @@ void FileSystemTest::renameFileAcrossOfUnknownSize()
     }
 #else
     QSKIP("This system has no files that are made while they are read");
+#endif
+}
+
+/// Of a file that gives more than its size nothing is written.
+void FileSystemTest::renameFileAcrossOfEndlessFile()
+{
+#ifdef Q_OS_LINUX
+    const QString from = u"/proc/self/pagemap"_s, to = m_directory->filePath(u"new"_s);
+    rlimit limit{}, none{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    none.rlim_max = limit.rlim_max;
+    static volatile std::sig_atomic_t written = 0;
+    const auto handler = std::signal(SIGXFSZ, [](int) { written = 1; });
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &none), 0);
+    const bool renamed = m_runtime->renameFile(from, to);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::signal(SIGXFSZ, handler);
+    QVERIFY(!renamed);
+    QVERIFY(!QFileInfo::exists(to));
+    QCOMPARE(static_cast<int>(written), 0);
+#else
+    QSKIP("This system has no such file");
+#endif
+}
+
+/// Whoever waits for a reader of the pipe would take us for one.
+void FileSystemTest::renameFileAcrossOpensNoPipe()
+{
+#ifdef Q_OS_LINUX
+    const auto elsewhere = folderElsewhere(m_directory->path());
+    if (!elsewhere)
+        QSKIP("There is one file system only");
+    QCOMPARE(mkfifo("pipe", 0600), 0);
+    const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    QVERIFY(inotify_add_watch(watch, "pipe", IN_OPEN) >= 0);
+    QVERIFY(!m_runtime->renameFile(m_directory->filePath(u"pipe"_s), elsewhere->filePath(u"new"_s)));
+    char event[1024];
+    const auto opened = read(watch, event, sizeof event);
+    close(watch);
+    QCOMPARE(opened, -1);
+#else
+    QSKIP("Only here the system tells what is opened");
 #endif
 }
 

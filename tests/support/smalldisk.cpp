@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 
 #ifdef Q_OS_LINUX
 #include <sys/mount.h>
@@ -29,6 +30,16 @@ bool areApart(const QString &one, const QString &other)
     return QFileInfo(one).absoluteFilePath().at(0) != QFileInfo(other).absoluteFilePath().at(0);
 #endif
 }
+
+#ifdef Q_OS_LINUX
+/// Runs a program; false where it is missing or fails.
+bool works(QProcess &process, const QString &program, const QStringList &arguments)
+{
+    process.start(program, arguments);
+    return process.waitForFinished(60'000) && process.exitStatus() == QProcess::NormalExit
+        && process.exitCode() == 0;
+}
+#endif
 
 } // namespace
 
@@ -60,4 +71,43 @@ SmallDisk::~SmallDisk()
     if (m_mounted)
         umount2(QFile::encodeName(m_folder.path()).constData(), MNT_DETACH);
 #endif
+}
+
+CaselessDisk::CaselessDisk()
+{
+#ifdef Q_OS_LINUX
+    const QString image = m_folder.filePath(u"image"_s);
+    QFile file(image);
+    QProcess process;
+    m_mounted = file.open(QIODevice::WriteOnly) && file.resize(4'000'000)
+        && QDir(m_folder.path()).mkdir(u"mounted"_s) && works(process, u"mkntfs"_s, {u"-F"_s, u"-Q"_s, image})
+        && works(process, u"lowntfs-3g"_s, {u"-o"_s, u"ignore_case"_s, image, path()});
+#endif
+}
+
+CaselessDisk::~CaselessDisk()
+{
+    unmount();
+}
+
+void CaselessDisk::unmount()
+{
+#ifdef Q_OS_LINUX
+    if (m_mounted)
+        umount2(QFile::encodeName(path()).constData(), 0);
+    m_mounted = false;
+#endif
+}
+
+QStringList CaselessDisk::unmountedNames()
+{
+    unmount();
+    QStringList names;
+#ifdef Q_OS_LINUX
+    QProcess process;
+    if (works(process, u"ntfsls"_s, {u"-f"_s, m_folder.filePath(u"image"_s)}))
+        names = QString::fromLocal8Bit(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    names.sort();
+#endif
+    return names;
 }

@@ -36,3 +36,35 @@ private:
     QTemporaryDir m_folder;
     bool m_mounted{false};
 };
+
+/// A file system to which `a` and `A` are one name, as long as the object lives. There is none where the
+/// programs or the rights are missing that it takes to mount one.
+class CaselessDisk
+{
+public:
+    CaselessDisk();
+    ~CaselessDisk();
+    Q_DISABLE_COPY_MOVE(CaselessDisk)
+
+    /// Whether there is one.
+    [[nodiscard]] bool isMounted() const
+    {
+        return m_mounted;
+    }
+
+    /// Its folder.
+    [[nodiscard]] QString path() const
+    {
+        return m_folder.filePath(QStringLiteral("mounted"));
+    }
+
+    /// Ends it, and gives the names in it, sorted, as they are spelled on the disk. While it is there it
+    /// spells them its own way.
+    [[nodiscard]] QStringList unmountedNames();
+
+private:
+    void unmount();
+
+    QTemporaryDir m_folder;
+    bool m_mounted{false};
+};
