@@ -46,8 +46,10 @@ void passOn(int signal, siginfo_t *information, void *)
     int none = 0;
     firstPassedOn.compare_exchange_strong(none, signal);
     // What is typed at the terminal comes from the system itself and goes to all processes of a group. A
-    // target of our group must not get it twice: many programs take a second interrupt for "at once".
-    const bool targetHasIt = information->si_code == SI_KERNEL && getpgid(target) == getpgrp();
+    // target of our group must not get it twice: many programs take a second interrupt for "at once". That
+    // the terminal is closed goes to the leader of the session alone.
+    const bool forUsAlone = signal == SIGHUP && getsid(0) == getpid();
+    const bool targetHasIt = information->si_code == SI_KERNEL && !forUsAlone && getpgid(target) == getpgrp();
     if (!targetHasIt)
         kill(target, signal);
     errno = error;

@@ -66,8 +66,8 @@ private Q_SLOTS:
     void harmlessSignals();
     void signalsPassedOn_data();
     void signalsPassedOn();
-    void signalsTypedAtTheTerminal_data();
-    void signalsTypedAtTheTerminal();
+    void signalsOfTheTerminal_data();
+    void signalsOfTheTerminal();
     void signalsBeforeTheTarget_data();
     void signalsBeforeTheTarget();
     void signalAtAnyTime();
@@ -392,16 +392,21 @@ void LauncherFaultsTest::signalsPassedOn()
     QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList{u"report"_s}); // no core file
 }
 
-void LauncherFaultsTest::signalsTypedAtTheTerminal_data()
+void LauncherFaultsTest::signalsOfTheTerminal_data()
 {
     QTest::addColumn<QString>("verb");
-    QTest::newRow("target of our group") << u"signals"_s;
-    QTest::newRow("target of another group") << u"signals-apart"_s;
+    QTest::addColumn<int>("signal");
+    QTest::newRow("target of our group") << u"signals"_s << SIGINT;
+    QTest::newRow("target of another group") << u"signals-apart"_s << SIGINT;
+    // The end of a terminal is told to the leader of its session alone.
+    QTest::newRow("terminal closed, target of our group") << u"signals"_s << SIGHUP;
+    QTest::newRow("terminal closed, target of another group") << u"signals-apart"_s << SIGHUP;
 }
 
-void LauncherFaultsTest::signalsTypedAtTheTerminal()
+void LauncherFaultsTest::signalsOfTheTerminal()
 {
     QFETCH(QString, verb);
+    QFETCH(int, signal);
 
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
@@ -415,10 +420,14 @@ void LauncherFaultsTest::signalsTypedAtTheTerminal()
             _exit(0);
     });
     QVERIFY(comesTrue([&] { return noted().toLong() > 0; }));
-    QCOMPARE(write(terminal, "\x03", 1), 1);
-    verifyEndedBy(SIGINT, words);
-    QCOMPARE(noted(), "signals " + QByteArray::number(SIGINT) + ' '); // once
-    close(terminal);
+    if (signal == SIGINT)
+        QCOMPARE(write(terminal, "\x03", 1), 1);
+    else
+        close(terminal);
+    verifyEndedBy(signal, words);
+    QCOMPARE(noted(), "signals " + QByteArray::number(signal) + ' '); // once
+    if (signal == SIGINT)
+        close(terminal);
 }
 
 void LauncherFaultsTest::signalsBeforeTheTarget_data()
