@@ -48,12 +48,10 @@ std::optional<int> wholeNumber(QStringView text, int base)
         base = itsBase;
         text = text.sliced(prefix.size());
     };
-    if (base != 10) {
-        takePrefix(16, u"0x");
-        takePrefix(2, u"0b");
-        if (base == 0)
-            base = text.startsWith(u'0') ? 8 : 10;
-    }
+    takePrefix(16, u"0x");
+    takePrefix(2, u"0b");
+    if (base == 0)
+        base = text.startsWith(u'0') ? 8 : 10;
 
     constexpr qint64 tooLarge = qint64(1) << 32;
     qint64 value = 0;
@@ -91,7 +89,7 @@ std::optional<double> decimalNumber(QStringView text)
         const char16_t unit = character == u'\u2212' ? u'-' : character.unicode();
         if (unit >= 0x80)
             return std::nullopt;
-        *end++ = static_cast<char>(unit >= u'A' && unit <= u'Z' ? unit | 0x20 : unit);
+        *end++ = static_cast<char>(unit >= u'A' ? unit | 0x20 : unit);
     }
 
     const char *begin = ascii.data();
