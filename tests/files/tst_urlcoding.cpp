@@ -17,6 +17,7 @@ private Q_SLOTS:
     void urlEncode();
     void urlDecode_data();
     void urlDecode();
+    void urlDecodeOfEveryTwoUnits();
     void urlEncodeAndDecodeByEncodingName_data();
     void urlEncodeAndDecodeByEncodingName();
     void urlEncodeAndDecodeTakeTheMessage();
@@ -126,6 +127,15 @@ void UrlCodingTest::urlDecode_data()
     row("no code", u"abc"_s, u"abc"_s);
     row("hiragana", u"%E3%81%82"_s, u"\u3042"_s);
     row("small digits", u"%e3%81%82x"_s, u"\u3042x"_s);
+    row("every digit last", u"%40%41%42%43%44%45%46%47%48%49"_s, u"@ABCDEFGHI"_s);
+    row("every small letter last", u"%4a%4b%4c%4d%4e%4f"_s, u"JKLMNO"_s);
+    row("every capital letter last", u"%4A%4B%4C%4D%4E%4F"_s, u"JKLMNO"_s);
+    row("every small letter first",
+        u"%c2%a0%c2%b0%d0%90%e3%81%82%f0%a0%80%8b"_s,
+        u"\u00a0\u00b0\u0410\u3042\U0002000b"_s);
+    row("every capital letter first",
+        u"%C2%A0%C2%B0%D0%90%E3%81%82%F0%A0%80%8B"_s,
+        u"\u00a0\u00b0\u0410\u3042\U0002000b"_s);
     row("blank", u"a%20b"_s, u"a b"_s);
     row("plus stays", u"a+b"_s, u"a+b"_s);
     row("kanji and its code", u"\u6f22%E6%BC%A2"_s, u"\u6f22\u6f22"_s);
@@ -162,6 +172,23 @@ void UrlCodingTest::urlDecode()
         QCOMPARE(m_runtime.urlDecode(text, name), decoded);
     QCOMPARE(m_runtime.lastError, u"error"_s);
     QVERIFY(m_runtime.convertOk);
+}
+
+void UrlCodingTest::urlDecodeOfEveryTwoUnits()
+{
+    const QByteArray digits = "0123456789abcdef";
+    const auto valueOf = [&digits](char16_t unit) {
+        const qsizetype digit = digits.indexOf(QChar(unit).toLower().toLatin1());
+        return digit < 0 ? int(unit) : int(digit);
+    };
+    for (char16_t first = 0; first < 0x80; ++first) {
+        for (char16_t second = 0; second < 0x80; ++second) {
+            const QByteArray byte(1, static_cast<char>(valueOf(first) << 4 | valueOf(second)));
+            const QString text = QString(u'%') + QChar(first) + QChar(second) + u'x';
+            if (m_runtime.urlDecode(text, u"UTF-8"_s) != QString::fromUtf8(byte + 'x'))
+                QFAIL(qPrintable(text));
+        }
+    }
 }
 
 void UrlCodingTest::urlEncodeAndDecodeByEncodingName_data()
