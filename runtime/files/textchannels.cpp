@@ -106,7 +106,9 @@ protected:
         if (std::exchange(m_atStart, false))
             lookAtMark(QByteArrayView(data, size));
         else if (m_emptyLine)
-            m_emptyLine = QByteArrayView(data, size).count('\r') == size;
+            m_emptyLine = std::all_of(data, data + size, [this](char byte) {
+                return byte == '\r' || (m_wide && byte == '\0');
+            });
         if (m_wide)
             return size;
         // A character that is cut off is for the next block.

@@ -92,6 +92,7 @@ private Q_SLOTS:
     void readBrokenAtBorders();
     void readBrokenLocalAtBorders();
     void readBesideTheStream();
+    void readBesideTheStreamAtABorder();
     void readInAnotherEncoding();
     void readLongLines();
     void readVanishedFile();
@@ -256,6 +257,15 @@ void TextChannelsTest::read_data()
         "\xef\xbb\xbf" + QByteArray(16'381, '\r') + QByteArray(16'384, '\r') + "a",
         {u"a"_s});
     row("CR behind the last line", "a\n\r", {u"a"_s});
+    // The stream reads blocks of 16384 bytes.
+    const QByteArray blockOfCr(16384, '\r');
+    row("a block of CR alone", blockOfCr, {u""_s});
+    row("a block of CR before an empty line", blockOfCr + "\n", {u""_s});
+    row("a block of CR before the last line", blockOfCr + "\ra", {u"a"_s});
+    row("two blocks of CR before a line", blockOfCr + blockOfCr + "a\nb\n", {u"a"_s, u"b"_s});
+    row("a block of CR in UTF-16 before a line", "\xff\xfe" + "\r\0"_ba.repeated(10'000) + "a\0"_ba, {u"a"_s}
+    );
+    row("a block of CR in UTF-16 alone", "\xff\xfe" + "\r\0"_ba.repeated(10'000), {u""_s});
     row("byte order mark of UTF-16 alone", "\xff\xfe", {u""_s});
     row("half a mark and a character cut off", "\xfe\xe3", {u"\ufffd\ufffd"_s});
     row("invalid byte after a NUL", "\0\xff\n"_ba, {nul + u"\ufffd"_s});
@@ -554,6 +564,27 @@ void TextChannelsTest::readBesideTheStream()
 
     QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
     QCOMPARE(channel.file->readAll().size(), 5000 * line.size() - 5000 + 4);
+    QCOMPARE(channel.readLine(), 1);
+}
+
+// The beginning of a character at the end of a block is kept for the next one.
+void TextChannelsTest::readBesideTheStreamAtABorder()
+{
+    QVERIFY(writeBytes(path(u"in"_s), QByteArray(16382, 'a') + "\n\xc3\xa9")); // é is the last character
+    TextReadChannel channel(&m_runtime);
+    QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
+    QCOMPARE(channel.readLine(), 0);
+    QVERIFY(!channel.stream->atEnd());
+    QVERIFY(!channel.file->atEnd());
+    QVERIFY(channel.stream->seek(0));
+    QCOMPARE(channel.readLine(), 0);
+    QVERIFY(channel.line == QString(16382, u'a'));
+    QVERIFY(channel.stream->seek(16380));
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"aa"_s);
+    QCOMPARE(channel.readLine(), 0);
+    QCOMPARE(channel.line, u"\u00e9"_s);
+    QVERIFY(channel.stream->atEnd());
     QCOMPARE(channel.readLine(), 1);
 }
 
