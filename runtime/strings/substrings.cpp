@@ -17,7 +17,7 @@ QByteArray appruntime_internal::utf8Of(const QString &text)
     QString valid = text;
     QChar *const end = valid.data() + valid.size();
     for (QChar *unit = valid.data(); unit != end; ++unit) {
-        if (unit->isHighSurrogate() && unit + 1 != end && unit[1].isLowSurrogate())
+        if (unit->isHighSurrogate() && unit[1].isLowSurrogate()) // a NUL is behind the last unit
             ++unit;
         else if (unit->isSurrogate())
             *unit = u'?';
