@@ -110,10 +110,13 @@ int main(int argc, char **argv)
         char *bytes = nullptr;
         std::size_t size = 0;
         std::FILE *const console = stdout;
-        stdout = open_memstream(&bytes, &size);
+        std::FILE *const memory = open_memstream(&bytes, &size);
+        stdout = memory;
         runtime.writeTrace(text);
         stdout = console;
         std::printf("[%.*s]", static_cast<int>(size), bytes);
+        std::fclose(memory);
+        std::free(bytes);
 #endif
     } else if (std::strcmp(verb, "lines") == 0) {
         for (int i = std::atoi(word); i > 0; --i) {
