@@ -18,7 +18,7 @@ function searchWords(text) {
 }
 
 // What the pages call by another word.
-const otherWords = { 文字コード: "エンコーディング", フォルダ: "ディレクトリー", 検査数字: "チェックディジット", charset: "encoding" }
+const otherWords = { 文字コード: "エンコーディング", フォルダ: "ディレクトリー", フォルダー: "ディレクトリー", 文字クラス: "文字種", 検査数字: "チェックディジット", charset: "encoding" }
 
 function makeIndex(language) {
     return lunr(function () {
