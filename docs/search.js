@@ -96,6 +96,18 @@ document.addEventListener("DOMContentLoaded", () => {
         }
     })
 
+    // The description of a member is folded with those of its group.
+    function unfold() {
+        const member = document.getElementById(decodeURIComponent(location.hash.slice(1)))
+        const fold = member?.closest("details")
+        if (fold && !fold.open) {
+            fold.open = true
+            member.scrollIntoView()
+        }
+    }
+    unfold()
+    window.addEventListener("hashchange", unfold)
+
     // Both languages have the same sections.
     document.getElementById("language").addEventListener("click", event => {
         event.currentTarget.hash = location.hash

@@ -105,6 +105,15 @@ def main():
             if chrome.current_url == before:
                 failures.append(f"{page}: Enter does not lead to {titles[0]}")
 
+        # A link leads into a folded group of descriptions.
+        visit("recipes.html")
+        address = chrome.find_element(By.LINK_TEXT, "runProgram()").get_attribute("href")
+        visit("classAppRuntime.html")
+        chrome.get(address)
+        member = chrome.find_element(By.ID, address.partition("#")[2])
+        if not 0 <= chrome.execute_script("return arguments[0].nextElementSibling.getBoundingClientRect().top", member) < 900:
+            failures.append(f"{address} is not in sight")
+
         pages = sorted([*site.glob("*.html"), *site.glob("ja/*.html")])
         for path in pages:
             page = path.relative_to(site).as_posix()

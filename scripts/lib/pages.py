@@ -383,7 +383,7 @@ class Codes(html.parser.HTMLParser):
 
 
 def topics(text):
-    """Begins a class with a list of its groups, and repeats their headings among the descriptions."""
+    """Begins a class with a list of its groups, and folds the descriptions of each under its heading."""
     groups = []
 
     def named(found):
@@ -400,6 +400,13 @@ def topics(text):
             if described in text:
                 text = text.replace(described, f'<h2 class="topic">{name}</h2>\n{described}', 1)
                 break
+
+    def folded(found):
+        members = dict.fromkeys(re.findall(r'<h2 class="memtitle">.*?</span>([^<]*[^< ])', found[2]))
+        return f'<details class="topic"><summary><b>{found[1]}</b> {", ".join(members)}</summary>\n{found[2]}</details>\n'
+
+    end = r'(?=<h2 class="(?:topic|groupheader)|<hr/>The documentation|</div><!-- contents -->)'
+    text = re.sub(rf'(?s)<h2 class="topic">(.*?)</h2>\n(.*?){end}', folded, text)
     links = "".join(f'<a href="#topic-{index}">{name}</a>' for index, name in enumerate(groups, 1))
     return text.replace('<table class="memberdecls">', f'<nav class="topics">{links}</nav>\n<table class="memberdecls">', 1)
 
