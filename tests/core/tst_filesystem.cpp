@@ -527,11 +527,12 @@ void FileSystemTest::renameFileAcrossKeepsModeAndTime()
     if (!elsewhere)
         QSKIP("There is one file system only");
     const QString from = m_directory->filePath(u"file"_s), to = elsewhere->filePath(u"new"_s);
-    const QDateTime time = QDateTime::fromMSecsSinceEpoch(1'000'000'000'000);
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(1'000'000'000'000), readTime = time.addDays(1);
     {
         QFile file(from);
         QVERIFY(file.open(QIODevice::ReadWrite));
         QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+        QVERIFY(file.setFileTime(readTime, QFileDevice::FileAccessTime));
     }
     const QFile::Permissions mode = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup;
     QVERIFY(QFile::setPermissions(from, mode));
@@ -545,6 +546,7 @@ void FileSystemTest::renameFileAcrossKeepsModeAndTime()
     const QFile::Permissions before = QFile::permissions(from);
     QVERIFY(m_runtime->renameFile(from, to));
     QCOMPARE(QFile::permissions(to), before);
+    QCOMPARE(QFileInfo(to).lastRead(), readTime);
 #endif
     QCOMPARE(QFileInfo(to).lastModified(), time);
 }

@@ -244,6 +244,10 @@ void PlatformTest::environmentValue()
     qputenv(variable.toUtf8().constData(), "a\xff");
     QCOMPARE(runtime.environmentValue(variable), u"a\ufffd"_s);
     qunsetenv(variable.toUtf8().constData());
+    // Half a pair is a question mark in UTF-8.
+    qputenv("RUNTIME_TEST?", "half");
+    QCOMPARE(runtime.environmentValue(u"RUNTIME_TEST"_s + QChar(0xd800)), u"half"_s);
+    qunsetenv("RUNTIME_TEST?");
 #endif
     QCOMPARE(runtime.environmentValue(variable), QString());
 }

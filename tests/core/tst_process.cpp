@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/core/boundedrun.h>
 #include <support/builtwith.h>
 #include <support/comestrue.h>
 #include <support/processes.h>
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void runProgramNul_data();
     void runProgramNul();
     void runProgramStandardInput();
+    void runProgramForgetsTheProcess();
     void runProgramCallerKilled();
     void runProgramLeavesTheRest();
     void runProgramProcessesNoEvents();
@@ -274,6 +276,21 @@ void ProcessTest::runProgramStandardInput()
     caller.start(BuiltWith::helper(u"console"_s), {u"run"_s, BuiltWith::helper(u"arguments"_s), u""_s});
     QVERIFY(caller.waitForFinished(60'000));
     QCOMPARE(readReport(m_report).standardInput, u"open"_s);
+}
+
+// Its number may soon be that of another process, which must not get the signals of the launcher.
+void ProcessTest::runProgramForgetsTheProcess()
+{
+#ifdef Q_OS_UNIX
+    using appruntime_internal::waitedForProcess;
+    QCOMPARE(m_runtime->runProgram(BuiltWith::helper(u"behave"_s), u"exit 3"_s, u""_s, true), 0);
+    QVERIFY(notedProcess(m_report) > 0);
+    QCOMPARE(waitedForProcess.load(), 0);
+    QCOMPARE(m_runtime->runProgram(u"/nowhere/prog"_s, u""_s, u""_s, true), 0);
+    QCOMPARE(waitedForProcess.load(), 0);
+#else
+    QSKIP("Windows sends no signals");
+#endif
 }
 
 void ProcessTest::runProgramCallerKilled()

@@ -986,6 +986,17 @@ void TextChannelsTest::writeAppendsTwice()
     QCOMPARE(channel.writeLine(u"ed"_s), 1);
     channel.closeWrite();
     QCOMPARE(bytesOf(path(u"out"_s)), "\xef\xbb\xbfopened\r\n");
+
+    // Two at a time, on a file that was not there: neither writes over the other.
+    QVERIFY(QFile::remove(path(u"out"_s)));
+    TextWriteChannel other(&m_runtime);
+    QVERIFY(channel.openWrite(path(u"out"_s), u"ADD"_s, u"UTF-8,U"_s));
+    QVERIFY(other.openWrite(path(u"out"_s), u"ADD"_s, u"UTF-8,U"_s));
+    QCOMPARE(channel.writeLine(u"one"_s), 1);
+    QCOMPARE(other.writeLine(u"two"_s), 1);
+    channel.closeWrite();
+    other.closeWrite();
+    QCOMPARE(bytesOf(path(u"out"_s)), "one\ntwo\n");
 }
 
 void TextChannelsTest::writeVanishedFile()
