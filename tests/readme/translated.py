@@ -23,7 +23,9 @@ def outline(page):
 
 def main():
     pages = [(root / "README.md", root / "README.ja.md")]
-    pages += [(root / "docs" / page.name, page) for page in sorted((root / "docs/ja").glob("*.md"))]
+    elsewhere = {"examples.md": root / "examples/README.md"}
+    for page in sorted((root / "docs/ja").glob("*.md")):
+        pages.append((elsewhere.get(page.name, root / "docs" / page.name), page))
     differing = 0
     for english, japanese in pages:
         if not english.exists():
