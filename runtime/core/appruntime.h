@@ -196,11 +196,9 @@ public:
     ///   arguments, `a ` is two, and the empty text is one empty argument. There is no quoting, so an
     ///   argument never holds a blank.
     /// - A program that is waited for is killed after 30 seconds. Its output is dropped, and its standard
-    /// input
-    ///   is a pipe that nobody writes to.
+    ///   input is a pipe that nobody writes to.
     /// - It also ends when the program that waits for it is killed or crashes. What it started and left
-    /// behind
-    ///   lives on.
+    ///   behind lives on.
     /// @{
 
     /// Starts a program with the arguments in `argumentText`; `extraText` is not used.
