@@ -78,10 +78,11 @@ bool copyTo(HANDLE from, const BY_HANDLE_FILE_INFORMATION &source, const std::ws
     return copied;
 }
 
-/// Moves a file to another volume. Nobody can write to it or rename it meanwhile.
+/// Moves a file to another volume. Nobody can write to it or rename it before it is gone.
 bool moveAcross(const std::wstring &from, const std::wstring &to)
 {
-    Handle file = openFile(from, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT);
+    const Handle file
+        = openFile(from, GENERIC_READ | DELETE, FILE_SHARE_READ, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT);
     BY_HANDLE_FILE_INFORMATION source{};
     if (!file || GetFileType(file.get()) != FILE_TYPE_DISK
         || !GetFileInformationByHandle(file.get(), &source))
@@ -91,8 +92,8 @@ bool moveAcross(const std::wstring &from, const std::wstring &to)
         return false;
     if (!copyTo(file.get(), source, to))
         return false;
-    file.reset();
-    if (DeleteFileW(from.c_str()))
+    FILE_DISPOSITION_INFO gone{TRUE}; // when it is closed
+    if (SetFileInformationByHandle(file.get(), FileDispositionInfo, &gone, sizeof gone))
         return true;
     SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL); // a file for reading only is not deleted
     DeleteFileW(to.c_str());
