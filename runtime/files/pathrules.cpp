@@ -27,5 +27,5 @@ QString AppRuntime::resolvePath(const QString &path)
 
 QString AppRuntime::extensionOf(const QString &name) const
 {
-    return name.sliced(name.lastIndexOf(u'.') + 1).trimmed();
+    return name.mid(name.lastIndexOf(u'.') + 1).trimmed();
 }

@@ -27,12 +27,12 @@ QString AppRuntime::trimmed(const QString &text) const
 
 QString AppRuntime::trimLeft(const QString &text) const
 {
-    return text.last(withoutLeadingBlanks(text).size());
+    return text.right(withoutLeadingBlanks(text).size()); // not last(): a text that stays is shared
 }
 
 QString AppRuntime::trimRight(const QString &text) const
 {
-    return text.first(withoutTrailingBlanks(text).size());
+    return text.left(withoutTrailingBlanks(text).size());
 }
 
 QString AppRuntime::padLeft(const QString &text, int width, QChar fill) const

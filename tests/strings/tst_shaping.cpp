@@ -27,6 +27,7 @@ private Q_SLOTS:
     void trimLeftAndRight();
     void trimLeftAndRightOfEveryUnit();
     void trimLeftAndRightOfLongTexts();
+    void trimLeftAndRightShareWhatStays();
     void padLeftAndRight_data();
     void padLeftAndRight();
     void padLeftAndRightLikeOneAtATime();
@@ -133,6 +134,18 @@ void ShapingTest::trimLeftAndRightOfLongTexts()
     QCOMPARE(m_runtime.trimRight(blanks), u""_s);
     QCOMPARE(m_runtime.trimLeft(blanks + u'a'), u"a"_s);
     QCOMPARE(m_runtime.trimRight(u'a' + blanks), u"a"_s);
+}
+
+void ShapingTest::trimLeftAndRightShareWhatStays()
+{
+    const QString text(3, u'x');
+    QCOMPARE(m_runtime.trimLeft(text).constData(), text.constData());
+    QCOMPARE(m_runtime.trimRight(text).constData(), text.constData());
+    // A copy of a null text would be null with some versions of Qt only.
+    QVERIFY(m_runtime.trimLeft(QString()).isNull());
+    QVERIFY(m_runtime.trimRight(QString()).isNull());
+    QVERIFY(!m_runtime.trimLeft(u" "_s).isNull());
+    QVERIFY(!m_runtime.trimRight(u" "_s).isNull());
 }
 
 void ShapingTest::padLeftAndRight_data()
