@@ -85,8 +85,9 @@ class QDateTime;
 /// message. Success never clears it, so look at the result first. Value checks leave their message in
 /// `checkMessage` instead, so that a failed check does not hide the last error.
 ///
-/// **Texts.** Lengths and positions count UTF-16 code units from 0. A text handed to a member may be one of
-/// the runtime's own fields, also one that the member writes.
+/// **Texts.** Lengths and positions count UTF-16 code units from 0, in `int`: no text may be longer than
+/// maxInt(). A text handed to a member may be one of the runtime's own fields, also one that the member
+/// writes. An empty result may be null or not, which the comparison of texts does not tell apart.
 class APPRUNTIME_EXPORT AppRuntime
 {
 public:
@@ -322,7 +323,10 @@ public:
     /// character: `%20%41` gives `%20A`. One per cent sign that begins no code makes them all plain
     /// characters, `%25`. A scheme and a host become lower-case ASCII. The empty text, and one that cannot be
     /// a URL, such as `12:30` or `http://[a`, give the empty text. Versions of Qt differ on a host that is
-    /// not ASCII and begins or ends with `-`: newer ones give the empty text.
+    /// not ASCII. Newer ones give the empty text where a part of it begins or ends with `-`, begins with
+    /// `xn--` or a combining mark, or holds a joiner such as U+200D; and they take `≠`. Qt's time for a host
+    /// of letters and marks that it joins, such as `ｶﾞ`, grows with the square of its length: it takes
+    /// seconds from a million units on.
     QString urlEncode(const QString &text, const QString &encodingName);
 
     /// The text with each per cent code replaced by the byte it stands for, the whole then read as UTF-8:
@@ -776,8 +780,8 @@ public:
     [[nodiscard]] int indexOfAny(const QString &text, const QString &chars, int from) const;
     [[nodiscard]] int indexOfAny(const QString &text, const QString &chars) const;
 
-    /// Whether the text starts or ends with `sub`. Every text does with an empty one, except that a null text
-    /// starts with no empty text that is not null itself, as in QString.
+    /// Whether the text starts or ends with `sub`. Every text starts and ends with the empty one. Only a null
+    /// text does not, except with a null one, as in QString.
     [[nodiscard]] bool startsWith(const QString &text, const QString &sub) const;
     [[nodiscard]] bool endsWith(const QString &text, const QString &sub) const;
 
@@ -855,7 +859,8 @@ public:
     /// Whether the character is a letter of any script, kana and kanji included. False for a surrogate.
     [[nodiscard]] bool isLetter(QChar character) const;
 
-    /// The character in the other case, or itself when that takes none or more than one.
+    /// The character in upper or in lower case. It stays where it has no such case, or where that is more
+    /// than one code unit, as with `ß`.
     [[nodiscard]] QChar charUpper(QChar character) const;
     [[nodiscard]] QChar charLower(QChar character) const;
 
@@ -997,9 +1002,8 @@ public:
     /// \name Placeholder codes
     /// strings/placeholders.cpp. Replaces the characters that command interpreters treat specially, and
     /// restores them. Each is written as `#` and a capital: `#` as `#C`, the double quote as `#Q`, `%` as
-    /// `#P`,
-    /// `!` as `#E`, the back-quote as `#A`, the backslash as `#Y`, `$` as `#D` and the blank as `#S`. No
-    /// field is touched.
+    /// `#P`, `!` as `#E`, the back-quote as `#A`, the backslash as `#Y`, `$` as `#D` and the blank as `#S`.
+    /// No field is touched.
     /// @{
 
     /// The text with each of the eight characters replaced by its code: `a b#` gives `a#Sb#C`.
@@ -1133,7 +1137,7 @@ public:
     QString programName{};       ///< The constructor's name.
     QString pathSeparator{};     ///< `\` on 'W', else `/`; from setupPlatform().
     QString deleteCommand{};     ///< Shell word: `DEL` on 'W', else `RM`; from setupPlatform().
-    QString checkMessage{};      ///< Words of the last failed value check; written by checkIn().
+    QString checkMessage{};      ///< Message of the last failed check, of checkIn() or a member that checks.
     bool convertOk{false};       ///< Whether the last validInt() or validDouble() accepted its text.
     qint32 spareInt1{0};
     QString fontName1{QStringLiteral("MS Gothic")}; ///< Name of a font face.
@@ -1270,7 +1274,8 @@ public:
     std::unique_ptr<ScanCursor> scanSource{};    ///< Its `text` is the text under scan.
     std::unique_ptr<ScanCursor> scanDelimiter{}; ///< Its `delimiter` ended the last token.
 
-    // Classes of characters; the members compare with these fields, never with their defaults.
+    // Classes of characters, which a program may set. Read by charClass() and the members that say so, not
+    // where columns are counted by ranges, as in displayWidth() and truncateToWidth().
     qint32 charClassNone{0};          ///< Reserved: no character is of it by default.
     qint32 charClassNarrow{1};        ///< U+0000 to U+007F: one column.
     qint32 charClassWide{2};          ///< Every character not listed here: two columns.
