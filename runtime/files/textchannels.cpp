@@ -83,11 +83,6 @@ public:
         return QFile::seek(position);
     }
 
-    [[nodiscard]] bool atEnd() const override
-    {
-        return m_held.isEmpty() && QFile::atEnd();
-    }
-
 protected:
     qint64 readData(char *data, qint64 maxSize) override
     {
