@@ -262,6 +262,7 @@ void TextChannelsTest::read_data()
     row("a block of CR alone", blockOfCr, {u""_s});
     row("a block of CR before an empty line", blockOfCr + "\n", {u""_s});
     row("a block of CR before the last line", blockOfCr + "\ra", {u"a"_s});
+    row("a block of CR before a NUL", blockOfCr + '\0', {nul});
     row("two blocks of CR before a line", blockOfCr + blockOfCr + "a\nb\n", {u"a"_s, u"b"_s});
     row("a block of CR in UTF-16 before a line", "\xff\xfe" + "\r\0"_ba.repeated(10'000) + "a\0"_ba, {u"a"_s}
     );
