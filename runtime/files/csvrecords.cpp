@@ -38,7 +38,7 @@ QStringView trimmed(QStringView text)
     return text.isEmpty() || (isPrintable(text.front()) && isPrintable(text.back())) ? text : text.trimmed();
 }
 
-void addCommaField(ListFiller &filler, QStringView text, bool hasQuotePair)
+void addCommaField(ListFiller &filler, QStringView text, bool mayHavePair)
 {
     text = trimmed(text);
     if (text.size() >= 2 && text.front() == quote && text.back() == quote)
@@ -48,7 +48,7 @@ void addCommaField(ListFiller &filler, QStringView text, bool hasQuotePair)
     QString &field = filler.add(withoutTrailingBlanks(text));
     // Pairs are folded wherever they stand, also in a field without enclosing quotes. The two quotes of an
     // empty field are gone already.
-    if (hasQuotePair)
+    if (mayHavePair)
         foldQuotePairs(field);
 }
 

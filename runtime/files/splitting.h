@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <runtime/strings/copyunits.h>
+
 #include <QString>
 #include <QStringList>
 #include <QStringView>
@@ -49,25 +51,11 @@ public:
         QString &element = *m_next++;
         if (element.size() != part.size())
             element.resize(part.size());
-        copyUnits(part.begin(), part.size(), element.data());
+        copyUnits(part, element.data());
         return element;
     }
 
 private:
-    /// Most parts are so short that calling memcpy() takes longer than copying.
-    static void copyUnits(const QChar *from, qsizetype count, QChar *to)
-    {
-        constexpr qsizetype atOnce = 8;
-        if (count < atOnce) {
-            for (qsizetype i = 0; i < count; ++i)
-                to[i] = from[i];
-            return;
-        }
-        for (qsizetype i = 0; i < count - atOnce; i += atOnce)
-            std::copy_n(from + i, atOnce, to + i);
-        std::copy_n(from + count - atOnce, atOnce, to + count - atOnce); // overlaps what is copied already
-    }
-
     QString &append(QStringView part)
     {
         m_list.append(part.toString());
@@ -84,21 +72,21 @@ private:
 using BlockBits = quint32;
 constexpr int blockSize = 32;
 
-/// The bits of the units that are the wanted one. The first loop has no branch, so that a compiler makes
-/// vector code of it.
-inline BlockBits bitsOf(QChar wanted, const QChar *block)
+/// The bits of the units that are the wanted one, without those of the first `seen` units. The first loop has
+/// no branch, so that a compiler makes vector code of it.
+inline BlockBits bitsOf(QChar wanted, const QChar *block, qsizetype seen)
 {
     std::array<quint8, blockSize> found;
     for (size_t i = 0; i < found.size(); ++i)
         found[i] = block[i] == wanted ? 1 : 0;
 
-    BlockBits bits = 0;
+    quint64 bits = 0;
     for (int i = 0; i < blockSize; i += 8) {
         // The product has the lowest bits of the eight bytes side by side in its highest byte.
         const auto eight = qFromLittleEndian<quint64>(found.data() + i);
-        bits |= static_cast<BlockBits>(eight * 0x0102040810204080 >> 56) << i;
+        bits |= (eight * 0x0102040810204080 >> 56) << i;
     }
-    return bits;
+    return static_cast<BlockBits>(bits >> seen);
 }
 
 /// Whether the text is an element of the list, which is about to be changed.
@@ -111,8 +99,8 @@ inline bool isElementOf(const QStringList &list, const QString &text)
 /// Makes the parts of the text between the separators the content of the list. A separator counts only where
 /// the quotes before it are even in number.
 ///
-/// Each part goes through `addPart(filler, part, hasQuotePair)`, which adds one text. The text to split may
-/// be an element of the list.
+/// Each part goes through `addPart(filler, part, mayHavePair)`, which adds one text. The last argument is
+/// false where no two quotes stand side by side in the part. The text to split may be an element of the list.
 template<typename AddPart>
 void splitInto(
     QStringList &list,
@@ -126,47 +114,60 @@ void splitInto(
     ListFiller filler(list);
 
     // In blocks, so that no branch depends on a single unit: nobody foresees where a part ends.
+    struct Block {
+        BlockBits ends;  // of parts
+        BlockBits pairs; // the second quotes of each two side by side
+    };
     const QStringView whole = held.isNull() ? text : held;
-    qsizetype start = 0;
     BlockBits inQuotes = 0; // all bits are set where the block begins inside quotes
     BlockBits endsInQuote = 0;
-    bool hasPair = false, isLast = false;
-    for (qsizetype position = 0; !isLast; position += blockSize) {
-        const QChar *block = whole.data() + position;
+    const auto blockAt = [&](qsizetype position) {
+        const QChar *units = whole.data() + position;
         const qsizetype left = whole.size() - position;
+        qsizetype seen = 0;
         std::array<QChar, blockSize> rest;
-        isLast = left < blockSize;
-        if (isLast) {
-            std::copy_n(block, left, rest.begin());
-            block = rest.data();
+        if (left < blockSize && whole.size() < blockSize) {
+            std::copy_n(units, left, rest.begin());
+            units = rest.data();
+        } else if (left < blockSize) {
+            seen = blockSize - left; // no copy: the block begins in the one before
+            units -= seen;
         }
 
-        BlockBits ends = bitsOf(separator, block);
-        BlockBits pairs = 0; // the second quotes of each two side by side
+        Block block{bitsOf(separator, units, seen), 0};
         if (quote) {
-            const BlockBits quotes = bitsOf(*quote, block);
-            pairs = quotes & (quotes << 1 | endsInQuote);
+            const BlockBits quotes = bitsOf(*quote, units, seen);
+            block.pairs = quotes & (quotes << 1 | endsInQuote);
             endsInQuote = quotes >> (blockSize - 1);
             // Each bit becomes the parity of the quotes up to it.
             BlockBits parity = quotes;
             for (int shift = 1; shift < blockSize; shift *= 2)
                 parity ^= parity << shift;
-            ends &= ~(parity ^ inQuotes);
+            block.ends &= ~(parity ^ inQuotes);
             inQuotes ^= 0 - (parity >> (blockSize - 1));
         }
-        if (isLast) {
+        if (left < blockSize) {
             const BlockBits behind = BlockBits(1) << left; // ends the last part, in quotes or not
-            ends = (ends & (behind - 1)) | behind;
+            block.ends = (block.ends & (behind - 1)) | behind;
         }
-        for (; ends != 0; ends &= ends - 1) {
-            const BlockBits before = (ends - 1) & ~ends;
-            const qsizetype end = position + std::countr_zero(ends);
-            addPart(filler, whole.sliced(start, end - start), hasPair || (pairs & before) != 0);
+        return block;
+    };
+
+    qsizetype start = 0;
+    bool hasPair = false;
+    Block next = blockAt(0);
+    for (qsizetype position = 0; position <= whole.size(); position += blockSize) {
+        // A block ahead: a processor then looks at the next one while it copies the parts of this one.
+        Block block = next;
+        if (position + blockSize <= whole.size())
+            next = blockAt(position + blockSize);
+        hasPair = hasPair || block.pairs != 0;
+        for (; block.ends != 0; block.ends &= block.ends - 1) {
+            const qsizetype end = position + std::countr_zero(block.ends);
+            addPart(filler, whole.sliced(start, end - start), hasPair);
             start = end + 1;
-            hasPair = false;
-            pairs &= ~before;
+            hasPair = block.pairs != 0;
         }
-        hasPair = hasPair || pairs != 0;
     }
 }
 

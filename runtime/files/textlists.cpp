@@ -9,7 +9,7 @@ using namespace appruntime_internal;
 namespace
 {
 
-void addWhole(ListFiller &filler, QStringView part, bool /*hasQuotePair*/)
+void addWhole(ListFiller &filler, QStringView part, bool /*mayHavePair*/)
 {
     filler.add(part);
 }
