@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
 #include <runtime/strings/columns.h>
+#include <runtime/strings/copyunits.h>
 
 #include <algorithm>
 
@@ -18,19 +19,37 @@ constexpr int columnsOfUnit(char16_t unit)
     return 2 - 2 * int(low) - int(isOneColumn(unit));
 }
 
-/// Columns of that many units. Without a branch, so that a compiler makes vector code of it.
-qsizetype columnsOfUnits(const char16_t *units, qsizetype count)
+constexpr qsizetype fewUnits = 0x4000; // whose columns fit in 16 bits
+
+/// Columns of so few units. Without a branch, so that a compiler makes vector code of it.
+int columnsOfFew(const char16_t *units, qsizetype count)
 {
-    constexpr qsizetype most = 0x4000; // whose columns fit in 16 bits
-    qsizetype columns = 0;
-    for (qsizetype begin = 0; begin < count; begin += most) {
-        const qsizetype end = std::min(begin + most, count);
-        quint16 taken = 0;
-        for (qsizetype i = begin; i < end; ++i)
-            taken = static_cast<quint16>(taken + columnsOfUnit(units[i]));
-        columns += taken;
-    }
+    quint16 columns = 0;
+    for (qsizetype i = 0; i < count; ++i)
+        columns = static_cast<quint16>(columns + columnsOfUnit(units[i]));
     return columns;
+}
+
+Q_NEVER_INLINE qsizetype columnsOfMany(const char16_t *units, qsizetype count)
+{
+    qsizetype columns = 0;
+    for (qsizetype begin = 0; begin < count; begin += fewUnits)
+        columns += columnsOfFew(units + begin, std::min(fewUnits, count - begin));
+    return columns;
+}
+
+/// How many of the units are left when those that make `over` columns too many go from the end.
+Q_NEVER_INLINE qsizetype withoutLast(const char16_t *units, qsizetype count, qsizetype over)
+{
+    // No unit takes more than two columns, so at least half as many units as there are columns too many go.
+    while (over >= 16) {
+        const qsizetype sure = over / 2;
+        count -= sure;
+        over -= columnsOfMany(units + count, sure);
+    }
+    while (over > 0)
+        over -= columnsOfUnit(units[--count]);
+    return count;
 }
 
 /// Code units of the longest beginning of the text that takes no more than `columns` columns.
@@ -42,22 +61,13 @@ qsizetype unitsWithin(QStringView text, qsizetype columns)
         return 0;
     const char16_t *const units = text.utf16();
     // As many units as columns fit where all are narrow.
-    qsizetype position = std::min(columns, text.size());
-    qsizetype over = columnsOfUnits(units, position) - columns;
-    if (over <= 0) {
-        while (position < text.size() && (over += columnsOfUnit(units[position])) <= 0)
-            ++position;
-        return position;
-    }
-    // No unit takes more than two columns, so at least half as many units as there are columns too many go.
-    while (over >= 16) {
-        const qsizetype sure = over / 2;
-        position -= sure;
-        over -= columnsOfUnits(units + position, sure);
-    }
-    while (over > 0)
-        over -= columnsOfUnit(units[--position]);
-    return position;
+    qsizetype count = std::min(columns, text.size());
+    qsizetype over = (count <= fewUnits ? columnsOfFew(units, count) : columnsOfMany(units, count)) - columns;
+    if (over > 0)
+        return withoutLast(units, count, over);
+    while (count < text.size() && (over += columnsOfUnit(units[count])) <= 0)
+        ++count;
+    return count;
 }
 
 /// The number in its shortest form; the text is changed as a number would be, whatever it holds.
@@ -96,9 +106,10 @@ QString AppRuntime::fitToWidth(const QString &text, int columns)
 {
     // Cut by columns, but padded by characters: programs count on both.
     const qsizetype kept = unitsWithin(text, columns);
-    QString result(std::max<qsizetype>(kept, columns), Qt::Uninitialized);
-    QChar *const end = std::copy_n(text.cbegin(), kept, result.begin());
-    std::fill(end, result.end(), QChar(u' '));
+    const qsizetype size = std::max<qsizetype>(kept, columns);
+    QString result(size, Qt::Uninitialized);
+    QChar *const begin = result.data();
+    std::fill(copyUnits(QStringView(text).first(kept), begin), begin + size, QChar(u' '));
     checkIn(text, u""_s); // for its message; last, because the text may be checkMessage itself
     return result;
 }
