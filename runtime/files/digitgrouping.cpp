@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <runtime/core/appruntime.h>
+#include <runtime/strings/copyunits.h>
+
+using namespace appruntime_internal;
 
 QString AppRuntime::groupThousands(const QString &numberText) const
 {
@@ -11,29 +14,40 @@ QString AppRuntime::groupThousands(const QString &numberText) const
     // several points is no number, but programs rely on its result too.
     const QChar *const begin = numberText.cbegin(), *const end = numberText.cend();
     const QChar *lastPoint = *begin == u'.' ? begin : end, *groupedEnd = end;
+    bool hasMinusInside = false;
     for (const QChar *next = end - 1; next != begin; --next) {
+        if (*next > u'.') // as a digit is
+            continue;
         if (*next == u'.') {
             lastPoint = groupedEnd == end ? next : lastPoint;
             groupedEnd = next;
         }
+        hasMinusInside = hasMinusInside || *next == u'-';
     }
     const qsizetype wholeSize = lastPoint - begin - (*begin == u'-' ? 1 : 0);
     if (wholeSize <= groupSize)
         return numberText;
 
-    // Enough for a whole part of digits. A minus sign in the middle is not counted, and less is needed.
+    // Enough for a whole part of digits. With a minus sign in the middle less is needed.
     QString result(numberText.size() + (wholeSize - 1) / groupSize, Qt::Uninitialized);
     QChar *out = result.data();
-    qsizetype countdown = (wholeSize - 1) % groupSize + 1;
-    for (const QChar *next = begin; next != end; ++next) {
-        *out++ = *next;
-        if (next + 1 == groupedEnd) {
-            countdown = 0; // never reaches 0 again: no comma after the last digit, and none behind the point
-        } else if (*next != u'-' && --countdown == 0) {
-            *out++ = u',';
-            countdown = groupSize;
-        }
+    const QStringView whole = numberText;
+    // Where that many digits behind the position end. A minus sign in the middle counts as none.
+    const auto behind = [&](qsizetype position, qsizetype digits) {
+        if (!hasMinusInside)
+            return position + digits;
+        for (; digits != 0 && position < whole.size(); ++position)
+            digits -= whole[position] != u'-' ? 1 : 0;
+        return position;
+    };
+    qsizetype next = 0, groupEnd = behind(*begin == u'-' ? 1 : 0, (wholeSize - 1) % groupSize + 1);
+    while (groupEnd < groupedEnd - begin) { // no comma after the last digit, and none behind the point
+        out = copyUnits(whole.sliced(next, groupEnd - next), out);
+        *out++ = u',';
+        next = groupEnd;
+        groupEnd = behind(groupEnd, groupSize);
     }
+    out = copyUnits(whole.sliced(next), out);
     if (out != result.cend())
         result.truncate(out - result.cbegin());
     return result;
