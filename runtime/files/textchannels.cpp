@@ -80,6 +80,7 @@ public:
     bool seek(qint64 position) override
     {
         m_held.clear();
+        m_failed = false;
         return QFile::seek(position);
     }
 
@@ -91,7 +92,7 @@ protected:
         m_held.remove(0, held);
         if (held == maxSize)
             return held;
-        const qint64 count = QFile::readData(data + held, maxSize - held);
+        const qint64 count = readOn(data + held, maxSize - held);
         if (count <= 0) {
             breakEnd(data, held);
             return held > 0 ? held : count;
@@ -111,7 +112,7 @@ protected:
         size -= m_held.size();
         // A program that asks for all of the file asks once.
         if (char next = 0; !m_held.isEmpty() && !isSequential()) {
-            if (QFile::readData(&next, 1) == 1)
+            if (readOn(&next, 1) == 1)
                 m_held += next;
             else
                 size += std::exchange(m_held, {}).size();
@@ -122,6 +123,15 @@ protected:
     }
 
 private:
+    /// Reads nothing more after an error: what the next try gives would stand as a line behind the one that
+    /// is cut.
+    qint64 readOn(char *data, qint64 size)
+    {
+        const qint64 count = m_failed ? -1 : QFile::readData(data, size);
+        m_failed = count < 0;
+        return count;
+    }
+
     void lookAtMark(QByteArrayView bytes)
     {
         const auto marked = QStringConverter::encodingForData(bytes);
@@ -150,6 +160,7 @@ private:
     bool m_wide{false};
     bool m_atStart{true};
     bool m_emptyLine{false};
+    bool m_failed{false};
 };
 
 /// A stream on the file in the encoding that a name stands for. There are two: the Japanese encodings rely on

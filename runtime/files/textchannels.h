@@ -40,8 +40,9 @@ class QTextStream;
 /// empty line.
 ///
 /// **Where a file ends.** A file that cannot be read further, as on a damaged disk, is at its end; a line
-/// that the error cuts is given. No member reports the error, `file->error()` does. A file or pipe that gets
-/// more later gives more lines later.
+/// that the error cuts is given. No member reports the error, `file->error()` does. It stays at its end, also
+/// where the error passes, until the program seeks in it or opens it again. A file or pipe that gets more
+/// later gives more lines later.
 ///
 /// A program may read from `stream` itself; readLine() goes on behind what it took.
 class APPRUNTIME_EXPORT TextReadChannel

@@ -11,14 +11,36 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <cerrno>
 #include <cstring>
 
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#ifdef __GLIBC__
+#include <sys/syscall.h>
+#endif
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+#ifdef __GLIBC__
+namespace
+{
+
+int failingRead = 0; ///< How many calls from now on read() fails, once; 0 when it does not.
+
+} // namespace
+
+// Stands in front of the function of the C library.
+extern "C" ssize_t read(int descriptor, void *bytes, size_t size)
+{
+    if (failingRead == 0 || --failingRead > 0)
+        return syscall(SYS_read, descriptor, bytes, size);
+    errno = EIO;
+    return -1;
+}
+#endif
 
 /// Channels on a system that does not do what it is asked for.
 class ChannelFaultsTest : public QObject
@@ -40,6 +62,8 @@ private Q_SLOTS:
     void unreadable_data();
     void unreadable();
     void errorInTheMiddle();
+    void errorThatPasses_data();
+    void errorThatPasses();
     void fileNames_data();
     void fileNames();
 
@@ -335,6 +359,43 @@ void ChannelFaultsTest::errorInTheMiddle()
     QCOMPARE(m_runtime.lastError, u"old"_s);
     in.closeRead();
     QCOMPARE(munmap(memory, size), 0);
+}
+
+void ChannelFaultsTest::errorThatPasses_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("between two bytes") << "0123456789\n"_ba.repeated(5000);
+    QTest::newRow("in a character") << "\xe3\x81\x82\xe3\x81\x82\xe3\x81\x82\n"_ba.repeated(5000);
+}
+
+/// A line that an error cut does not go on in the next one.
+void ChannelFaultsTest::errorThatPasses()
+{
+#ifdef __GLIBC__
+    QFETCH(QByteArray, bytes);
+    fill(path(u"in"_s), bytes);
+    const QString line = QString::fromUtf8(bytes.first(bytes.indexOf('\n')));
+    for (int failing = 1; failing <= 6; ++failing) {
+        TextReadChannel channel(&m_runtime);
+        QVERIFY(channel.openRead(path(u"in"_s), u"UTF-8"_s));
+        failingRead = failing;
+        QStringList lines;
+        while (channel.readLine() == 0)
+            lines += channel.line;
+        QCOMPARE(failingRead, 0);
+        QVERIFY(lines.size() <= 5000);
+        QVERIFY(lines.count(line) >= lines.size() - 1); // the last may be cut
+        QCOMPARE(channel.readLine(), 1);
+
+        // Elsewhere the file may be whole.
+        QVERIFY(channel.stream->seek(0));
+        QCOMPARE(channel.readLine(), 0);
+        QCOMPARE(channel.line, line);
+    }
+#else
+    QSKIP("Here the test cannot step in");
+#endif
 }
 
 void ChannelFaultsTest::fileNames_data()
