@@ -3,6 +3,8 @@
 #include <runtime/strings/blanks.h>
 #include <runtime/strings/casemapping.h>
 
+#include <algorithm>
+
 using namespace appruntime_internal;
 
 namespace
@@ -37,7 +39,7 @@ QString AppRuntime::trimRight(const QString &text) const
 
 QString AppRuntime::padLeft(const QString &text, int width, QChar fill) const
 {
-    return text.rightJustified(width, fill);
+    return text.rightJustified(std::max(width, 0), fill); // Qt subtracts from it, in 32 bits on some systems
 }
 
 QString AppRuntime::padLeft(const QString &text, int width) const
@@ -47,7 +49,7 @@ QString AppRuntime::padLeft(const QString &text, int width) const
 
 QString AppRuntime::padRight(const QString &text, int width, QChar fill) const
 {
-    return text.leftJustified(width, fill);
+    return text.leftJustified(std::max(width, 0), fill);
 }
 
 QString AppRuntime::padRight(const QString &text, int width) const
