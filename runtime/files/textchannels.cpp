@@ -98,7 +98,7 @@ protected:
             return held > 0 ? held : count;
         }
 
-        qsizetype size = held + count;
+        auto size = static_cast<qsizetype>(held + count);
         if (std::exchange(m_atStart, false))
             lookAtMark(QByteArrayView(data, size));
         else if (m_emptyLine)

@@ -26,7 +26,7 @@ QString AppRuntime::code39CheckChar(const QString &code) const
             return QString();
         sum += value;
     }
-    return alphabet.at(sum % alphabet.size());
+    return alphabet.at(static_cast<qsizetype>(sum % alphabet.size()));
 }
 
 QString AppRuntime::mod11CheckDigit(const QString &code) const

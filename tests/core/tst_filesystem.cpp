@@ -70,6 +70,12 @@ std::optional<bool> renameAsPlainUser(AppRuntime &runtime, const QString &from, 
 }
 #endif
 
+#ifdef SYS_fchown32
+constexpr int changeOwner = SYS_fchown32; // what a 32-bit system calls
+#elif defined Q_OS_LINUX
+constexpr int changeOwner = SYS_fchown;
+#endif
+
 #ifdef __GLIBC__
 /// What this program does in a call of the system that the runtime makes. All calls below are answered here.
 struct {
@@ -587,7 +593,7 @@ void FileSystemTest::renameFileAcrossKeepsOwnerAndRights()
     // Nobody gets a program that runs with the rights of whoever moved it.
     QProcess process;
     process.setChildProcessModifier([] {
-        if (!refuseCall(SYS_fchown, EPERM))
+        if (!refuseCall(changeOwner, EPERM))
             _exit(77);
     });
     const QString further = m_directory->filePath(u"further"_s);
@@ -1036,7 +1042,7 @@ void FileSystemTest::renameFileWithRefusedCall_data()
 #endif
     row("flush fails", file, fresh, true, {SYS_fsync, EIO, -1}, false);
     row("mode fails", file, fresh, true, {SYS_fchmod, EIO, -1}, false);
-    row("owner unknown", file, fresh, true, {SYS_fchown, EPERM, -1}, true);
+    row("owner unknown", file, fresh, true, {changeOwner, EPERM, -1}, true);
     row("time fails", file, fresh, true, {SYS_utimensat, EIO, -1}, false);
     for (const int refusal : {EPERM, EOPNOTSUPP, ENOSYS}) {
         prefix = "error " + QByteArray::number(refusal) + ": ";

@@ -284,7 +284,7 @@ void LauncherFaultsTest::fullDisk()
     QVERIFY(trace.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     while (trace.write(QByteArray(4096, 'x')) == 4096) { }
     trace.close();
-    const qint64 full = trace.size();
+    const auto full = static_cast<qsizetype>(trace.size());
     QVERIFY(full > 0);
 
     m_process->setStandardOutputFile(name, QIODevice::Append);
