@@ -76,6 +76,7 @@ private Q_SLOTS:
     void checkInTakesItsOwnMessage();
     void checkInTakesOtherTexts();
     void checkInLeavesCopiesOfItsMessage();
+    void checkInCopiesEveryLength();
     void charIn_data();
     void charIn();
     void intIn_data();
@@ -222,6 +223,18 @@ void ValueChecksTest::checkInLeavesCopiesOfItsMessage()
     QCOMPARE(m_runtime.checkMessage, u"\"def\" not in('y')"_s);
     QVERIFY(!m_runtime.checkIn(u"gh"_s, u"yz"_s));
     QCOMPARE(m_runtime.checkMessage, u"\"gh\" not in('yz')"_s);
+}
+
+void ValueChecksTest::checkInCopiesEveryLength()
+{
+    QString value;
+    for (char16_t unit = 0x4e00; value.size() <= 130; ++unit) {
+        const QString other = value + u'y';
+        const QString message = u"\"%1\" not in('x','%2')"_s.arg(value, other);
+        QVERIFY(!m_runtime.checkIn(value, u"x"_s, other));
+        QCOMPARE(m_runtime.checkMessage, message);
+        value += QChar(unit);
+    }
 }
 
 void ValueChecksTest::charIn_data()
