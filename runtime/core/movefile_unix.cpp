@@ -197,10 +197,8 @@ bool copyTo(int from, const struct stat &source, const char *to)
     const int target = open(to, O_WRONLY | O_CREAT | O_EXCL | O_NOCTTY | O_CLOEXEC, 0600);
     if (target < 0)
         return false;
-    struct stat now {
-    };
-    bool copied = copyBytes(from, target, source.st_size) && copyProperties(source, target)
-        && fsync(target) == 0 && fstat(from, &now) == 0 && !hasChanged(source, now);
+    bool copied
+        = copyBytes(from, target, source.st_size) && copyProperties(source, target) && fsync(target) == 0;
     copied = close(target) == 0 && copied; // a file system over a network may say here that its disk is full
     if (!copied)
         unlink(to);
@@ -225,7 +223,7 @@ bool moveAcross(const char *from, const char *to)
     if (!copied)
         return false;
     flushDirectoryOf(to);
-    // Another file may have taken the name meanwhile. It stays.
+    // The file may have changed meanwhile, or another one taken its name. It stays.
     struct stat now {
     };
     if (lstat(from, &now) == 0 && !hasChanged(source, now))
