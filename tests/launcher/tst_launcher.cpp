@@ -242,6 +242,10 @@ void LauncherTest::environment()
     const Report report = readReport(m_report);
     QCOMPARE(report.arguments, (QStringList{u"x"_s, u""_s}));
     for (const QString &entry : set) {
+#ifdef Q_OS_WIN
+        if (entry == u"PATH")
+            continue; // the system gives every process one
+#endif
         const bool isSet = entry.contains(u'=');
         const QString begin = isSet ? entry : entry + u'=';
         const bool found = std::any_of(
