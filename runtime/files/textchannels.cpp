@@ -101,11 +101,8 @@ protected:
         auto size = static_cast<qsizetype>(held + count);
         if (std::exchange(m_atStart, false))
             lookAtMark(QByteArrayView(data, size));
-        else if (m_emptyLine)
-            m_emptyLine = std::all_of(data, data + size, [this](char byte) {
-                return byte == '\r' || (m_wide && byte == '\0');
-            });
-        if (m_wide)
+        m_emptyLine = m_emptyLine && isCarriageReturns(QByteArrayView(data, size));
+        if (isWide())
             return size;
         // A character that is cut off is for the next block.
         m_held = QByteArrayView(data, size).last(cutOffIn(data, size)).toByteArray();
@@ -135,11 +132,23 @@ private:
     void lookAtMark(QByteArrayView bytes)
     {
         const auto marked = QStringConverter::encodingForData(bytes);
-        m_wide = marked && marked != QStringConverter::Utf8; // a line feed is one of several bytes
+        m_marked = marked.value_or(QStringConverter::Utf8);
         m_utf8 = m_utf8 || marked == QStringConverter::Utf8;
-        QStringDecoder decoder(marked.value_or(QStringConverter::Utf8), QStringConverter::Flag::Stateless);
-        const QString text = decoder(bytes);
-        m_emptyLine = text.count(u'\r') == text.size();
+        m_emptyLine = true;
+    }
+
+    /// Whether a line feed is one of several bytes.
+    [[nodiscard]] bool isWide() const
+    {
+        return m_marked != QStringConverter::Utf8;
+    }
+
+    /// Whether the block holds nothing else, except a byte order mark.
+    [[nodiscard]] bool isCarriageReturns(QByteArrayView block) const
+    {
+        QStringDecoder decoder(m_marked, QStringConverter::Flag::Stateless);
+        const QString text = decoder(block);
+        return text.count(u'\r') == text.size();
     }
 
     [[nodiscard]] qsizetype cutOffIn(char *data, qsizetype size) const
@@ -151,13 +160,13 @@ private:
     /// take no part in a character, nor in a byte order mark.
     void breakEnd(char *data, qsizetype size) const
     {
-        const qsizetype cut = m_wide ? 0 : cutOffIn(data, size);
+        const qsizetype cut = isWide() ? 0 : cutOffIn(data, size);
         std::fill_n(data + size - cut, cut, m_utf8 ? '\xfd' : '?');
     }
 
     QByteArray m_held; ///< The beginning of the next block.
     bool m_utf8{true};
-    bool m_wide{false};
+    QStringConverter::Encoding m_marked{QStringConverter::Utf8}; ///< By the byte order mark.
     bool m_atStart{true};
     bool m_emptyLine{false};
     bool m_failed{false};

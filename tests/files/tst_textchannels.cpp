@@ -266,6 +266,9 @@ void TextChannelsTest::read_data()
     row("two blocks of CR before a line", blockOfCr + blockOfCr + "a\nb\n", {u"a"_s, u"b"_s});
     row("a block of CR in UTF-16 before a line", "\xff\xfe" + "\r\0"_ba.repeated(10'000) + "a\0"_ba, {u"a"_s}
     );
+    row("a block of CR in UTF-16 before others of these bytes",
+        "\xff\xfe" + "\r\0"_ba.repeated(10'000) + "\r\r"_ba.repeated(10'000),
+        {QString(10'000, u'\u0d0d')});
     row("a block of CR in UTF-16 alone", "\xff\xfe" + "\r\0"_ba.repeated(10'000), {u""_s});
     row("byte order mark of UTF-16 alone", "\xff\xfe", {u""_s});
     row("half a mark and a character cut off", "\xfe\xe3", {u"\ufffd\ufffd"_s});
